@@ -1,0 +1,29 @@
+#include "journal/journal_location.h"
+
+#include <array>
+
+#include "platform/accounts.h"
+#include "platform/paths.h"
+
+namespace halvane {
+namespace {
+
+// The companion application's bundle identifier and its earlier one; settings under the first win.
+constexpr std::array<const char*, 2> suites = {HALVANE_PRIMARY_SUITE, HALVANE_LEGACY_SUITE};
+
+}  // namespace
+
+std::optional<Preferences> appDefaults(const std::string& suite) {
+  return mainBundleIdentifier() == suite ? Preferences::standard() : Preferences::ofSuite(suite);
+}
+
+FileUrl journalRoot() {
+  for (const char* suite : suites) {
+    const std::optional<Preferences> defaults = appDefaults(suite);
+    const std::optional<std::string> path = defaults ? defaults->string("journalRoot") : std::nullopt;
+    if (path) return {makeAbsolute(expandTilde(*path))};
+  }
+  return {joinPath(homeDirectory(), "Documents/Halvane")};
+}
+
+}  // namespace halvane

@@ -1,0 +1,97 @@
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "journal/entry.h"
+#include "platform/text.h"
+
+namespace halvane {
+namespace {
+
+constexpr std::size_t longestTag = 30;  // user-perceived characters
+
+// Takes away each "#" at the start. One that carries a mark is another character and stays.
+std::string_view withoutHashes(std::string_view text) {
+  if (!text.starts_with('#')) return text;
+  Characters characters(text);
+  std::size_t begin = 0;
+  while (begin < text.size() && text[begin] == '#' && characters.forward(begin, 1) == begin + 1) ++begin;
+  return text.substr(begin);
+}
+
+bool isSeparator(std::string_view character) {
+  std::size_t position = 0;
+  return character == "_" || isWhitespace(nextCodePoint(character, position));
+}
+
+// The words between separators, joined by "-".
+std::string joinWords(std::string_view text) {
+  std::string joined;
+  bool between = false;
+  Characters characters(text);
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = characters.forward(begin, 1);
+    const std::string_view character = text.substr(begin, end - begin);
+    begin = end;
+    if (isSeparator(character)) {
+      between = !joined.empty();
+    } else {
+      if (std::exchange(between, false)) joined += '-';
+      joined.append(character);
+    }
+  }
+  return joined;
+}
+
+// Also what stands between two letters goes without a trace.
+std::string onlyLettersDigitsAndHyphens(std::string_view text) {
+  std::string kept;
+  for (std::size_t next = 0; next < text.size();) {
+    const char32_t character = nextCodePoint(text, next);
+    const bool digit = character >= U'0' && character <= U'9';
+    if (digit || character == U'-' || isLetterOrMark(character)) appendCodePoint(kept, character);
+  }
+  return kept;
+}
+
+std::string_view trim(std::string_view text, std::string_view characters) {
+  const std::size_t begin = std::min(text.find_first_not_of(characters), text.size());
+  return text.substr(begin, text.find_last_not_of(characters) + 1 - begin);
+}
+
+bool isTooLong(std::string_view text) {
+  return text.size() > longestTag && Characters(text).forward(0, longestTag) < text.size();
+}
+
+}  // namespace
+
+std::optional<std::string> Entry::normalizeTag(std::string_view text) {
+  const std::string plain = precomposed(lowercased(trimWhitespacesAndNewlines(text)));
+  const std::string kept = onlyLettersDigitsAndHyphens(joinWords(withoutHashes(plain)));
+  const std::string_view tag = trim(kept, "-");
+  if (tag.empty() || isTooLong(tag)) return std::nullopt;
+  return std::string(tag);
+}
+
+std::vector<std::string> Entry::normalizeTags(const std::vector<std::string_view>& texts) {
+  std::vector<std::string> tags;
+  std::unordered_set<std::string> seen;
+  for (const std::string_view text : texts) {
+    std::optional<std::string> tag = normalizeTag(text);
+    if (tag && seen.insert(*tag).second) tags.push_back(std::move(*tag));
+  }
+  return tags;
+}
+
+std::vector<std::string> Entry::parseTags(std::string_view value) {
+  const std::string_view list = trim(value, "[] \t");
+  std::vector<std::string_view> pieces;
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find_first_of(",\n", begin), list.size());
+    pieces.push_back(list.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return normalizeTags(pieces);
+}
+
+}  // namespace halvane

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace halvane {
+
+/// The current user's home directory, an absolute path in raw bytes: HOME where it is set and absolute,
+/// otherwise the account's; "/" when there is neither.
+std::string homeDirectory();
+
+/// The home directory of the user called `name` (raw bytes), from the local accounts alone: no name service,
+/// no socket. Nothing when there is no such user.
+std::optional<std::string> homeDirectoryOf(std::string_view name);
+
+}  // namespace halvane

@@ -1,0 +1,9 @@
+#include <malloc.h>
+
+#include "platform/memory.h"
+
+namespace halvane {
+
+void giveBackFreeMemory() { malloc_trim(0); }
+
+}  // namespace halvane

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace halvane {
+
+/// The identifier of the bundle that this process runs under; nothing outside a bundle, as always on Linux.
+std::optional<std::string> mainBundleIdentifier();
+
+/// The settings that one application keeps for the user, as they were when they were opened.
+class Preferences {
+ public:
+  /// This process's own.
+  static std::optional<Preferences> standard();
+
+  /// Those of the application with the bundle identifier `suite`; nothing when there are none that can be read.
+  /// On Linux they are the property list, XML or binary, `<suite>.plist` in $XDG_CONFIG_HOME where that is
+  /// absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
+  static std::optional<Preferences> ofSuite(const std::string& suite);
+
+  /// The text stored under `key`, UTF-8; nothing when there is none or the value is of another kind.
+  std::optional<std::string> string(const std::string& key) const;
+
+ private:
+  struct Store;
+  explicit Preferences(std::shared_ptr<const Store> store) : store_(std::move(store)) {}
+  std::shared_ptr<const Store> store_;
+};
+
+}  // namespace halvane

@@ -1,0 +1,207 @@
+#include "platform/text.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
+#include <unicode/normalizer2.h>
+#include <unicode/ubrk.h>
+#include <unicode/uchar.h>
+#include <unicode/utext.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace halvane {
+namespace {
+
+// ICU's data is linked in, so memory is all that a call can lack.
+void check(UErrorCode status) {
+  if (U_FAILURE(status)) throw std::bad_alloc();
+}
+
+std::int32_t icuLength(std::string_view text) {
+  if (text.size() > std::numeric_limits<std::int32_t>::max()) throw std::bad_alloc();
+  return static_cast<std::int32_t>(text.size());
+}
+
+icu::StringPiece piece(std::string_view text) { return {text.data(), icuLength(text)}; }
+
+const icu::Normalizer2& nfc() {
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
+  check(status);
+  return *instance;
+}
+
+char32_t previousCodePoint(std::string_view text, std::size_t& position) {
+  do {
+    --position;
+  } while (position > 0 && U8_IS_TRAIL(text[position]));
+  std::size_t next = position;
+  return nextCodePoint(text, next);
+}
+
+template <typename InSet>
+std::string_view trim(std::string_view text, InSet inSet) {
+  std::size_t begin = 0;
+  for (std::size_t next = 0; next < text.size() && inSet(nextCodePoint(text, next));) begin = next;
+  text.remove_prefix(begin);
+  std::size_t end = text.size();
+  for (std::size_t next = end; next > 0 && inSet(previousCodePoint(text, next));) end = next;
+  return text.substr(0, end);
+}
+
+bool isInlineSpace(char32_t character) {
+  if (character < 0x80) return character == ' ' || character == '\t';
+  return character == 0x200B || u_charType(static_cast<UChar32>(character)) == U_SPACE_SEPARATOR;
+}
+
+bool isSpaceOrNewline(char32_t character) {
+  if (character < 0x80) return character == ' ' || (character >= '\t' && character <= '\r');
+  constexpr std::uint32_t separators = U_GC_ZS_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
+  return character == 0x85 || character == 0x200B || (U_MASK(u_charType(static_cast<UChar32>(character))) & separators) != 0;
+}
+
+struct Mark {
+  char32_t character;
+  std::uint8_t combiningClass;
+};
+
+// Marks behind one letter stand in the order of their classes. Sorting a whole run at once keeps the time in
+// bounds that ICU's one-by-one insertion exceeds for runs of a million marks.
+void appendInOrder(std::string& text, std::vector<Mark>& marks) {
+  std::stable_sort(marks.begin(), marks.end(), [](const Mark& left, const Mark& right) {
+    return left.combiningClass < right.combiningClass;
+  });
+  for (const Mark& mark : marks) appendCodePoint(text, mark.character);
+  marks.clear();
+}
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; });
+}
+
+}  // namespace
+
+std::string_view trimWhitespaces(std::string_view text) { return trim(text, isInlineSpace); }
+
+std::string_view trimWhitespacesAndNewlines(std::string_view text) { return trim(text, isSpaceOrNewline); }
+
+bool isWhitespace(char32_t character) { return u_isUWhiteSpace(static_cast<UChar32>(character)) != 0; }
+
+bool isLetterOrMark(char32_t character) {
+  return (U_MASK(u_charType(static_cast<UChar32>(character))) & (U_GC_L_MASK | U_GC_M_MASK)) != 0;
+}
+
+std::string lowercased(std::string_view text) {
+  std::string lower;
+  icu::StringByteSink<std::string> sink(&lower, icuLength(text));
+  UErrorCode status = U_ZERO_ERROR;
+  icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
+  check(status);
+  return lower;
+}
+
+std::string precomposed(std::string_view text) {
+  if (isAscii(text)) return std::string(text);
+  const std::string ordered = decomposed(text);
+  std::string composed;
+  icu::StringByteSink<std::string> sink(&composed, icuLength(ordered));
+  UErrorCode status = U_ZERO_ERROR;
+  nfc().normalizeUTF8(0, piece(ordered), sink, nullptr, status);
+  check(status);
+  return composed;
+}
+
+std::string decomposed(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  std::vector<Mark> marks;
+  icu::UnicodeString mapping;
+  const auto append = [&](char32_t character) {
+    const std::uint8_t combiningClass = u_getCombiningClass(static_cast<UChar32>(character));
+    if (combiningClass != 0) {
+      marks.push_back({character, combiningClass});
+    } else {
+      appendInOrder(out, marks);
+      appendCodePoint(out, character);
+    }
+  };
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = nextCodePoint(text, at);
+    if (character < 0xC0 || !nfc().getDecomposition(static_cast<UChar32>(character), mapping)) {
+      append(character);
+      continue;
+    }
+    for (std::int32_t i = 0; i < mapping.length(); i = mapping.moveIndex32(i, 1)) {
+      append(static_cast<char32_t>(mapping.char32At(i)));
+    }
+  }
+  appendInOrder(out, marks);
+  return out;
+}
+
+bool canonicallyEqual(std::string_view left, std::string_view right) {
+  return left == right || decomposed(left) == decomposed(right);
+}
+
+char32_t nextCodePoint(std::string_view text, std::size_t& position) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  UChar32 character;
+  U8_NEXT(bytes, position, text.size(), character);
+  return static_cast<char32_t>(character);
+}
+
+void appendCodePoint(std::string& text, char32_t character) {
+  char encoded[U8_MAX_LENGTH];
+  std::int32_t length = 0;
+  U8_APPEND_UNSAFE(encoded, length, character);
+  text.append(encoded, static_cast<std::size_t>(length));
+}
+
+struct Characters::Iterator {
+  UText text = UTEXT_INITIALIZER;
+  std::unique_ptr<icu::BreakIterator> breaks;
+  ~Iterator() { utext_close(&text); }
+};
+
+Characters::Characters(std::string_view text)
+    : iterator_(std::make_unique<Iterator>()), length_(static_cast<std::size_t>(icuLength(text))) {
+  UErrorCode status = U_ZERO_ERROR;
+  iterator_->breaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  check(status);
+  utext_openUTF8(&iterator_->text, text.empty() ? "" : text.data(), icuLength(text), &status);
+  check(status);
+  iterator_->breaks->setText(&iterator_->text, status);
+  check(status);
+}
+
+Characters::~Characters() = default;
+
+std::size_t Characters::startOf(std::size_t position) {
+  if (position >= length_) return length_;
+  icu::BreakIterator& breaks = *iterator_->breaks;
+  if (breaks.isBoundary(static_cast<std::int32_t>(position))) return position;
+  return static_cast<std::size_t>(breaks.previous());  // isBoundary left it at the boundary behind
+}
+
+std::size_t Characters::back(std::size_t position, std::size_t count) {
+  icu::BreakIterator& breaks = *iterator_->breaks;
+  breaks.isBoundary(static_cast<std::int32_t>(position));
+  for (; count > 0 && position > 0; --count) position = static_cast<std::size_t>(breaks.previous());
+  return position;
+}
+
+std::size_t Characters::forward(std::size_t position, std::size_t count) {
+  icu::BreakIterator& breaks = *iterator_->breaks;
+  breaks.isBoundary(static_cast<std::int32_t>(position));
+  for (; count > 0 && position < length_; --count) position = static_cast<std::size_t>(breaks.next());
+  return position;
+}
+
+}  // namespace halvane

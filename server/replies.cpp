@@ -1,0 +1,46 @@
+#include "server/replies.h"
+
+#include <unistd.h>
+
+#include <string_view>
+#include <utility>
+
+#include "platform/streams.h"
+
+namespace halvane {
+namespace {
+
+// What is left of a reply whose writing failed half-way. It goes out in front of the next one: otherwise the two
+// would be one torn line and both lost.
+std::string unwritten;
+
+void writeLine(std::string line) {
+  line += '\n';
+  unwritten.erase(0, writeWhole(STDOUT_FILENO, unwritten));
+  if (!unwritten.empty()) return;
+  const std::size_t written = writeWhole(STDOUT_FILENO, line);
+  if (written == 0 || written == line.size()) return;
+  line.erase(0, written);
+  unwritten = std::move(line);
+}
+
+void send(const char* name, JsonValue content, const JsonValue& id) {
+  JsonValue::Object envelope;
+  envelope.push_back({"jsonrpc", JsonValue("2.0")});
+  envelope.push_back({"id", id});
+  envelope.push_back({name, std::move(content)});
+  writeLine(JsonValue(std::move(envelope)).serialise());
+}
+
+}  // namespace
+
+void sendResult(JsonValue result, const JsonValue& id) { send("result", std::move(result), id); }
+
+void sendError(std::int64_t code, std::string message, const JsonValue& id) {
+  JsonValue::Object error;
+  error.push_back({"code", JsonValue(code)});
+  error.push_back({"message", JsonValue(std::move(message))});
+  send("error", JsonValue(std::move(error)), id);
+}
+
+}  // namespace halvane

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/json.h"
+
+namespace halvane {
+
+// The only code that writes to standard output. Each reply is a JSON-RPC 2.0 response on one line, written and
+// out before the call returns. A reply that can't be written is lost without a word.
+
+/// Answers the request identified by `id` with `result`, a JSON object.
+void sendResult(JsonValue result, const JsonValue& id);
+
+/// Answers the request identified by `id` with an error: a JSON-RPC code and a text, UTF-8.
+void sendError(std::int64_t code, std::string message, const JsonValue& id);
+
+}  // namespace halvane

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace halvane {
+
+/// The server's own version, as "initialize" tells it.
+inline constexpr const char* serverVersion = "1.0.0";
+
+}  // namespace halvane

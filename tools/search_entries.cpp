@@ -1,0 +1,77 @@
+#include "tools/search_entries.h"
+
+#include <algorithm>
+
+#include "journal/journal_store.h"
+#include "platform/locale.h"
+#include "platform/text.h"
+#include "platform/text_search.h"
+#include "tools/date_style.h"
+
+namespace halvane {
+namespace {
+
+constexpr std::size_t charactersAround = 80;
+
+// Characters are counted in 32 bits, so that of an enormous body only so much on each side of the match is
+// looked at.
+constexpr std::size_t bytesAround = std::size_t{1} << 29;
+
+std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
+  while (position > 0 && position < text.size() && (text[position] & 0xC0) == 0x80) --position;
+  return position;
+}
+
+// The body's words around the match, on one line and between two ellipses.
+std::string snippet(std::string_view body, TextMatch match) {
+  const std::size_t from = match.begin > bytesAround ? startOfCodePoint(body, match.begin - bytesAround) : 0;
+  const std::string_view window =
+      body.substr(from, startOfCodePoint(body, std::min(match.end + bytesAround, body.size())) - from);
+  Characters characters(window);
+  const std::size_t begin = characters.back(characters.startOf(match.begin - from), charactersAround);
+  const std::size_t end = characters.forward(characters.startOf(match.end - from), charactersAround);
+  std::string excerpt(window.substr(begin, end - begin));
+  std::replace(excerpt.begin(), excerpt.end(), '\n', ' ');
+  return "…" + excerpt + "…";
+}
+
+// What stands under an entry's first line. The snippet search knows no locale, so it may find nothing where
+// the Turkish dotless i made the entry a hit.
+std::string secondLine(const Entry& entry, const std::optional<TextSearch>& search) {
+  const std::optional<TextMatch> match = search ? search->find(entry.body) : std::nullopt;
+  return match ? snippet(entry.body, *match) : std::string(entry.firstLine());
+}
+
+std::string noEntries(std::string_view query, const std::optional<std::string>& tag) {
+  std::string text = "No entries ";
+  if (tag) text.append("tagged ").append(*tag).append(" ");
+  return text.append("match \"").append(query).append("\".");
+}
+
+}  // namespace
+
+std::string searchEntries(std::string_view query, const std::optional<std::string>& tag, std::int64_t limit) {
+  std::optional<TextSearch> anywhere;
+  std::optional<TextSearch> containment;
+  if (!query.empty()) {
+    anywhere.emplace(query, LetterI::oneLetter);
+    containment.emplace(query, userLocaleTellsDotlessI() ? LetterI::dottedAndDotless : LetterI::oneLetter);
+  }
+  const std::vector<Entry> hits = loadEntries(
+      [&](const Entry& entry) {
+        return (!tag || hasTag(entry, *tag)) && (!containment || containment->find(entry.body));
+      },
+      static_cast<std::size_t>(limit));
+  if (hits.empty()) return noEntries(query, tag);
+
+  const DateWords words = dateStyle.words();
+  std::string text;
+  for (const Entry& hit : hits) {
+    if (!text.empty()) text.append("\n\n");
+    text.append("[").append(words.of(hit.date)).append("]").append(tagSuffix(hit));
+    text.append(" ").append(hit.url.text()).append("\n").append(secondLine(hit, anywhere));
+  }
+  return text;
+}
+
+}  // namespace halvane
