@@ -23,11 +23,9 @@ class Hasher {
   void feed(std::int64_t number) { feed(static_cast<std::uint64_t>(number)); }
   void feed(bool value) { feedByte(value ? 1 : 0); }
   void feed(Instant moment) { feed(std::int64_t{moment.time_since_epoch().count()}); }
-  void feed(const std::string& text) {
-    const std::string canonical = decomposed(text);  // equivalent texts are equal, so they must hash alike
-    feed(std::uint64_t{canonical.size()});
-    for (const char byte : canonical) feedByte(static_cast<std::uint8_t>(byte));
-  }
+  void feed(const FileUrl& url) { feedBytes(url.path); }
+  // Equivalent texts are equal, so they must hash alike.
+  void feed(const std::string& text) { feedBytes(decomposed(text)); }
   template <typename Value>
   void feed(const std::optional<Value>& value) {
     feed(value.has_value());
@@ -36,6 +34,10 @@ class Hasher {
   std::uint64_t result() const { return hash_; }
 
  private:
+  void feedBytes(const std::string& bytes) {
+    feed(std::uint64_t{bytes.size()});
+    for (const char byte : bytes) feedByte(static_cast<std::uint8_t>(byte));
+  }
   void feedByte(std::uint8_t byte) { hash_ = (hash_ ^ byte) * 0x100000001B3; }
 
   std::uint64_t hash_ = 0xCBF29CE484222325;
@@ -68,16 +70,12 @@ std::string tagSuffix(const Entry& entry) {
   return suffix;
 }
 
-bool hasTag(const Entry& entry, std::string_view tag) {
-  return std::find(entry.tags.begin(), entry.tags.end(), tag) != entry.tags.end();
-}
-
 }  // namespace halvane
 
 std::size_t std::hash<halvane::Entry>::operator()(const halvane::Entry& entry) const {
   halvane::Hasher hasher;
   hasher.feed(entry.id);
-  hasher.feed(entry.url.path);
+  hasher.feed(entry.url);
   hasher.feed(entry.date);
   hasher.feed(entry.durationSeconds);
   hasher.feed(entry.cleaned);

@@ -43,9 +43,6 @@ struct Entry {
   /// entry; which of these is not told. Throws std::bad_alloc only.
   static std::optional<Entry> parse(const FileUrl& fileURL);
 
-  /// The same for a file that was read already: `file` holds its raw bytes.
-  static std::optional<Entry> parse(const FileUrl& fileURL, std::string_view file);
-
   /// The canonical form of the tag `text` (UTF-8): lower case, composed (Normalization Form C), without "#",
   /// words joined by "-", only letters, 0 to 9 and "-", 1 to 30 user-perceived characters. Nothing when no
   /// such character is left or there are more of them.
@@ -64,9 +61,6 @@ struct Entry {
 
 /// The entry's tags, each behind "#", with one blank before each; empty without tags.
 std::string tagSuffix(const Entry& entry);
-
-/// Whether one of the entry's tags is `tag`, a canonical one.
-bool hasTag(const Entry& entry, std::string_view tag);
 
 }  // namespace halvane
 

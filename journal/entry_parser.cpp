@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 
-#include "journal/entry.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/utf8.h"
@@ -13,23 +12,6 @@ namespace {
 
 constexpr std::string_view delimiter = "---";
 
-// The values of the keys that count, as they stand in the file; of a key that occurs twice the last one.
-struct FrontMatter {
-  using Value = std::optional<std::string_view>;
-  Value date, durationSeconds, cleaned, edited, cleanupModel, language, tags;
-
-  Value* find(std::string_view key) {
-    if (key == "date") return &date;
-    if (key == "duration_seconds") return &durationSeconds;
-    if (key == "cleaned") return &cleaned;
-    if (key == "edited") return &edited;
-    if (key == "cleanup_model") return &cleanupModel;
-    if (key == "language") return &language;
-    if (key == "tags") return &tags;
-    return nullptr;
-  }
-};
-
 // Takes the first line off `text`, without its line feed.
 std::string_view takeLine(std::string_view& text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
@@ -38,19 +20,28 @@ std::string_view takeLine(std::string_view& text) {
   return line;
 }
 
-// Takes the front matter off `text`, with both its delimiters; nothing when there is none.
-std::optional<FrontMatter> takeFrontMatter(std::string_view& text) {
-  if (takeLine(text) != delimiter) return std::nullopt;
-  FrontMatter frontMatter;
-  while (!text.empty()) {
-    const std::string_view line = takeLine(text);
-    if (line == delimiter) return frontMatter;
-    const std::size_t colon = line.find(':');
-    if (colon == std::string_view::npos) continue;
-    FrontMatter::Value* value = frontMatter.find(trimWhitespaces(line.substr(0, colon)));
-    if (value != nullptr) *value = trimWhitespaces(line.substr(colon + 1));
+struct Key {
+  std::string_view name;
+  EntryText::Value EntryText::*value;
+};
+
+constexpr std::array<Key, 6> keys = {{{"duration_seconds", &EntryText::durationSeconds},
+                                      {"cleaned", &EntryText::cleaned},
+                                      {"edited", &EntryText::edited},
+                                      {"cleanup_model", &EntryText::cleanupModel},
+                                      {"language", &EntryText::language},
+                                      {"tags", &EntryText::tags}}};
+
+// One line of the front matter. Of a key that occurs twice the last value counts.
+void readLine(std::string_view line, EntryText& entry, EntryText::Value& date) {
+  const std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) return;
+  const std::string_view name = trimWhitespaces(line.substr(0, colon));
+  const std::string_view value = trimWhitespaces(line.substr(colon + 1));
+  if (name == "date") date = value;
+  for (const Key& key : keys) {
+    if (name == key.name) entry.*key.value = value;
   }
-  return std::nullopt;
 }
 
 // A decimal integer with an optional sign; 0 for whatever is none or doesn't fit 64 bits.
@@ -70,32 +61,51 @@ std::optional<std::string> copyOf(const std::optional<std::string_view>& text) {
 
 }  // namespace
 
-std::optional<Entry> Entry::parse(const FileUrl& fileURL) {
-  ByteBuffer buffer;
-  const std::optional<std::string_view> file = readFile(fileURL.path, entryOpenings, buffer);
-  return file ? parse(fileURL, *file) : std::nullopt;
+std::optional<EntryText> EntryText::read(std::string_view file) {
+  if (!isUtf8(file)) return std::nullopt;
+  std::string_view rest = withoutByteOrderMark(file);
+  if (takeLine(rest) != delimiter) return std::nullopt;
+  EntryText entry;
+  Value date;
+  for (;;) {
+    if (rest.empty()) return std::nullopt;  // the front matter has no end
+    const std::string_view line = takeLine(rest);
+    if (line == delimiter) break;
+    readLine(line, entry, date);
+  }
+  const std::optional<Instant> moment = date ? parseInternetDateTime(*date) : std::nullopt;
+  if (!moment) return std::nullopt;
+  entry.date = *moment;
+  entry.body = trimWhitespacesAndNewlines(rest);
+  return entry;
 }
 
-std::optional<Entry> Entry::parse(const FileUrl& fileURL, std::string_view file) {
-  if (!isUtf8(file)) return std::nullopt;
-  std::string_view text = withoutByteOrderMark(file);
-  const std::optional<FrontMatter> frontMatter = takeFrontMatter(text);
-  if (!frontMatter || !frontMatter->date) return std::nullopt;
-  const std::optional<Instant> date = parseInternetDateTime(*frontMatter->date);
-  if (!date) return std::nullopt;
+bool EntryText::hasTag(std::string_view tag) const {
+  if (!tags) return false;
+  const std::vector<std::string> canonical = Entry::parseTags(*tags);
+  return std::find(canonical.begin(), canonical.end(), tag) != canonical.end();
+}
 
+Entry EntryText::entry(const FileUrl& fileURL) const {
   Entry entry;
   entry.id = fileURL.text();
   entry.url = fileURL;
-  entry.date = *date;
-  entry.durationSeconds = parseInteger(frontMatter->durationSeconds.value_or(""));
-  entry.cleaned = frontMatter->cleaned == "true";
-  if (frontMatter->edited) entry.editedAt = parseInternetDateTime(*frontMatter->edited);
-  entry.cleanupModel = copyOf(frontMatter->cleanupModel);
-  entry.language = copyOf(frontMatter->language);
-  if (frontMatter->tags) entry.tags = parseTags(*frontMatter->tags);
-  entry.body = trimWhitespacesAndNewlines(text);
+  entry.date = date;
+  entry.durationSeconds = parseInteger(durationSeconds.value_or(""));
+  entry.cleaned = cleaned == "true";
+  if (edited) entry.editedAt = parseInternetDateTime(*edited);
+  entry.cleanupModel = copyOf(cleanupModel);
+  entry.language = copyOf(language);
+  if (tags) entry.tags = Entry::parseTags(*tags);
+  entry.body = body;
   return entry;
+}
+
+std::optional<Entry> Entry::parse(const FileUrl& fileURL) {
+  ByteBuffer buffer;
+  const std::optional<std::string_view> file = readFile(fileURL.path, entryOpenings, buffer);
+  const std::optional<EntryText> text = file ? EntryText::read(*file) : std::nullopt;
+  return text ? std::optional<Entry>(text->entry(fileURL)) : std::nullopt;
 }
 
 }  // namespace halvane

@@ -22,15 +22,15 @@ void cutTo(std::vector<Entry>& entries, std::size_t newest) {
 }  // namespace
 
 std::vector<Entry> loadEntries() {
-  return loadEntries([](const Entry&) { return true; });
+  return loadEntries([](const EntryText&) { return true; });
 }
 
-std::vector<Entry> loadEntries(const std::function<bool(const Entry&)>& keep, std::size_t newest) {
+std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest) {
   std::vector<Entry> entries;
   readFilesBelow(journalRoot().path, ".md", entryOpenings, [&](std::string_view path, std::string_view file) {
-    std::optional<Entry> entry = Entry::parse({std::string(path)}, file);
-    if (!entry || !keep(*entry)) return;
-    entries.push_back(std::move(*entry));
+    const std::optional<EntryText> text = EntryText::read(file);
+    if (!text || !keep(*text)) return;
+    entries.push_back(text->entry({std::string(path)}));
     if (entries.size() / 2 > newest) {
       sortNewestFirst(entries);
       cutTo(entries, newest);

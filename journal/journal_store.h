@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "journal/entry.h"
+#include "journal/entry_parser.h"
 
 namespace halvane {
 
@@ -17,6 +18,6 @@ std::vector<Entry> loadEntries();
 
 /// Of these the ones that pass the test `keep`, and of those the first `newest`. Every entry is tested, and no
 /// more of them are held in memory than can still be among the result.
-std::vector<Entry> loadEntries(const std::function<bool(const Entry&)>& keep, std::size_t newest = SIZE_MAX);
+std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest = SIZE_MAX);
 
 }  // namespace halvane

@@ -25,15 +25,15 @@ class JsonValue {
 
   /// Null.
   JsonValue() = default;
-  explicit JsonValue(bool value) : value_(value) {}
-  explicit JsonValue(std::int64_t value) : value_(Number{std::to_string(value)}) {}
-  explicit JsonValue(Number value) : value_(std::move(value)) {}
+  explicit JsonValue(bool value);
+  explicit JsonValue(std::int64_t value);
+  explicit JsonValue(Number value);
   /// A text, UTF-8.
-  explicit JsonValue(std::string value) : value_(std::move(value)) {}
-  explicit JsonValue(std::string_view value) : value_(std::string(value)) {}
-  explicit JsonValue(const char* value) : value_(std::string(value)) {}
-  explicit JsonValue(Array value) : value_(std::move(value)) {}
-  explicit JsonValue(Object value) : value_(std::move(value)) {}
+  explicit JsonValue(std::string value);
+  explicit JsonValue(std::string_view value);
+  explicit JsonValue(const char* value);
+  explicit JsonValue(Array value);
+  explicit JsonValue(Object value);
 
   /// Reads one JSON text, strictly, the whole of `text`, which must be UTF-8; a byte-order mark is no JSON.
   /// When it is an object, only its members named in `wanted` are kept: the others are checked and dropped,
@@ -64,5 +64,15 @@ struct JsonValue::Member {
   std::string name;
   JsonValue value;
 };
+
+// Only here, where a member is a complete type, can a value that may hold a list of them be made.
+inline JsonValue::JsonValue(bool value) : value_(value) {}
+inline JsonValue::JsonValue(std::int64_t value) : value_(Number{std::to_string(value)}) {}
+inline JsonValue::JsonValue(Number value) : value_(std::move(value)) {}
+inline JsonValue::JsonValue(std::string value) : value_(std::move(value)) {}
+inline JsonValue::JsonValue(std::string_view value) : value_(std::string(value)) {}
+inline JsonValue::JsonValue(const char* value) : value_(std::string(value)) {}
+inline JsonValue::JsonValue(Array value) : value_(std::move(value)) {}
+inline JsonValue::JsonValue(Object value) : value_(std::move(value)) {}
 
 }  // namespace halvane

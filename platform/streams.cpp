@@ -29,19 +29,18 @@ bool wouldBlock(int error) { return error == EAGAIN || error == EWOULDBLOCK; }
 std::optional<std::string_view> LineReader::next() {
   giveBackLongLine();
   for (;;) {
-    const char* const line = buffer_.data() + begin_;
     const void* const lineFeed =
         scanned_ < end_ ? std::memchr(buffer_.data() + scanned_, '\n', end_ - scanned_) : nullptr;
     if (lineFeed != nullptr) {
-      const std::string_view found(line, static_cast<const char*>(lineFeed));
+      const std::string_view found(buffer_.data() + begin_, static_cast<const char*>(lineFeed));
       begin_ = scanned_ = begin_ + found.size() + 1;
       if (!std::exchange(passingOver_, false)) return found;
     } else {
       scanned_ = end_;
       if (readMore()) continue;
-      const std::size_t size = end_ - std::exchange(begin_, end_);
-      if (size == 0 || passingOver_) return std::nullopt;
-      return std::string_view(line, size);
+      const std::size_t begin = std::exchange(begin_, end_);
+      if (begin == end_ || passingOver_) return std::nullopt;
+      return std::string_view(buffer_.data() + begin, end_ - begin);
     }
   }
 }

@@ -4,7 +4,6 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/normalizer2.h>
-#include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
@@ -82,8 +81,17 @@ void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   marks.clear();
 }
 
+bool isAsciiByte(char byte) { return static_cast<signed char>(byte) >= 0; }
+
+// Whether a user-perceived character ends at `position`, inside the text, because ASCII stands on both sides.
+bool partsAscii(std::string_view text, std::size_t position) {
+  const char before = text[position - 1];
+  const char behind = text[position];
+  return isAsciiByte(before) && isAsciiByte(behind) && !(before == '\r' && behind == '\n');
+}
+
 bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; });
+  return std::all_of(text.begin(), text.end(), isAsciiByte);
 }
 
 }  // namespace
@@ -92,14 +100,22 @@ std::string_view trimWhitespaces(std::string_view text) { return trim(text, isIn
 
 std::string_view trimWhitespacesAndNewlines(std::string_view text) { return trim(text, isSpaceOrNewline); }
 
-bool isWhitespace(char32_t character) { return u_isUWhiteSpace(static_cast<UChar32>(character)) != 0; }
+bool isWhitespace(char32_t character) {
+  if (character < 0x80) return isSpaceOrNewline(character);
+  return u_isUWhiteSpace(static_cast<UChar32>(character)) != 0;
+}
 
 bool isLetterOrMark(char32_t character) {
+  if (character < 0x80) return (character | 0x20) >= U'a' && (character | 0x20) <= U'z';
   return (U_MASK(u_charType(static_cast<UChar32>(character))) & (U_GC_L_MASK | U_GC_M_MASK)) != 0;
 }
 
 std::string lowercased(std::string_view text) {
   std::string lower;
+  if (isAscii(text)) {
+    for (const char byte : text) lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+    return lower;
+  }
   icu::StringByteSink<std::string> sink(&lower, icuLength(text));
   UErrorCode status = U_ZERO_ERROR;
   icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
@@ -150,14 +166,11 @@ bool canonicallyEqual(std::string_view left, std::string_view right) {
   return left == right || decomposed(left) == decomposed(right);
 }
 
-char32_t nextCodePoint(std::string_view text, std::size_t& position) {
-  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-  UChar32 character;
-  U8_NEXT(bytes, position, text.size(), character);
-  return static_cast<char32_t>(character);
-}
-
 void appendCodePoint(std::string& text, char32_t character) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+    return;
+  }
   char encoded[U8_MAX_LENGTH];
   std::int32_t length = 0;
   U8_APPEND_UNSAFE(encoded, length, character);
@@ -170,37 +183,48 @@ struct Characters::Iterator {
   ~Iterator() { utext_close(&text); }
 };
 
-Characters::Characters(std::string_view text)
-    : iterator_(std::make_unique<Iterator>()), length_(static_cast<std::size_t>(icuLength(text))) {
-  UErrorCode status = U_ZERO_ERROR;
-  iterator_->breaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-  check(status);
-  utext_openUTF8(&iterator_->text, text.empty() ? "" : text.data(), icuLength(text), &status);
-  check(status);
-  iterator_->breaks->setText(&iterator_->text, status);
-  check(status);
-}
+Characters::Characters(std::string_view text) : text_(text) { icuLength(text); }
 
 Characters::~Characters() = default;
 
+// Opened only for text that needs it.
+Characters::Iterator& Characters::iterator() {
+  if (iterator_) return *iterator_;
+  auto opened = std::make_unique<Iterator>();
+  UErrorCode status = U_ZERO_ERROR;
+  opened->breaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  check(status);
+  utext_openUTF8(&opened->text, text_.data(), icuLength(text_), &status);
+  check(status);
+  opened->breaks->setText(&opened->text, status);
+  check(status);
+  iterator_ = std::move(opened);
+  return *iterator_;
+}
+
 std::size_t Characters::startOf(std::size_t position) {
-  if (position >= length_) return length_;
-  icu::BreakIterator& breaks = *iterator_->breaks;
+  if (position == 0 || position >= text_.size()) return std::min(position, text_.size());
+  if (partsAscii(text_, position)) return position;
+  icu::BreakIterator& breaks = *iterator().breaks;
   if (breaks.isBoundary(static_cast<std::int32_t>(position))) return position;
   return static_cast<std::size_t>(breaks.previous());  // isBoundary left it at the boundary behind
 }
 
 std::size_t Characters::back(std::size_t position, std::size_t count) {
-  icu::BreakIterator& breaks = *iterator_->breaks;
-  breaks.isBoundary(static_cast<std::int32_t>(position));
-  for (; count > 0 && position > 0; --count) position = static_cast<std::size_t>(breaks.previous());
+  for (; count > 0 && position > 0; --count) {
+    position = position == 1 || partsAscii(text_, position - 1)
+                   ? position - 1
+                   : static_cast<std::size_t>(iterator().breaks->preceding(static_cast<std::int32_t>(position)));
+  }
   return position;
 }
 
 std::size_t Characters::forward(std::size_t position, std::size_t count) {
-  icu::BreakIterator& breaks = *iterator_->breaks;
-  breaks.isBoundary(static_cast<std::int32_t>(position));
-  for (; count > 0 && position < length_; --count) position = static_cast<std::size_t>(breaks.next());
+  for (; count > 0 && position < text_.size(); --count) {
+    position = position + 1 == text_.size() || partsAscii(text_, position + 1)
+                   ? position + 1
+                   : static_cast<std::size_t>(iterator().breaks->following(static_cast<std::int32_t>(position)));
+  }
   return position;
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <unicode/utf8.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,7 +39,12 @@ std::string decomposed(std::string_view text);
 bool canonicallyEqual(std::string_view left, std::string_view right);
 
 /// The code point at `position`, which must be below the length; `position` moves behind it.
-char32_t nextCodePoint(std::string_view text, std::size_t& position);
+inline char32_t nextCodePoint(std::string_view text, std::size_t& position) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  UChar32 character;
+  U8_NEXT_UNSAFE(bytes, position, character);
+  return static_cast<char32_t>(character);
+}
 
 /// Appends `character` as UTF-8.
 void appendCodePoint(std::string& text, char32_t character);
@@ -60,8 +68,10 @@ class Characters {
 
  private:
   struct Iterator;
+  Iterator& iterator();
+
+  std::string_view text_;
   std::unique_ptr<Iterator> iterator_;
-  std::size_t length_;
 };
 
 }  // namespace halvane

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/folding.h"
+#include "platform/search_filter.h"
 #include "platform/text.h"
 
 namespace halvane {
@@ -15,6 +16,22 @@ namespace {
 constexpr char32_t capitalI = U'I';
 constexpr char32_t capitalDottedI = U'\u0130';
 constexpr char32_t dotlessI = U'\u0131';
+
+std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
+  while (position > 0 && U8_IS_TRAIL(text[position])) --position;
+  return position;
+}
+
+// The start of a segment at which, or behind which, every match begins that has `units` units up to the byte at
+// `place`.
+std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t units) {
+  const std::size_t reach = U8_MAX_LENGTH * units;  // a unit takes a code point at the most
+  std::size_t start = place > reach ? startOfCodePoint(body, place - reach) : 0;
+  for (std::size_t next = start; start > 0 && foldingOf(nextCodePoint(body, next)).continues; next = start) {
+    start = startOfCodePoint(body, start - 1);
+  }
+  return start;
+}
 
 // Whether `text` holds an I or İ that smallTurkicI might change.
 bool holdsCapitalI(std::string_view text) {
@@ -108,12 +125,25 @@ struct TextSearch::Query {
   std::u32string units;
   // For each number of units matched, how many still are when the next one differs (Knuth, Morris and Pratt).
   std::vector<std::size_t> fallBack;
+  std::optional<SearchFilter> filter;
 
   std::size_t advance(std::size_t matched, char32_t unit) const {
     if (matched == units.size()) matched = fallBack[matched];
     while (matched > 0 && units[matched] != unit) matched = fallBack[matched];
     return units[matched] == unit ? matched + 1 : 0;
   }
+
+  // The unit that `character` folds to when that is all there is to it: one letter, and not one whose folding
+  // depends on what stands around it. 0 otherwise.
+  char32_t plainUnit(char32_t character) const {
+    const Folding& folding = foldingOf(character);
+    const bool plain = folding.count == 1 && !folding.continues && folding.combiningClasses[0] == 0;
+    const bool dependent = letterI == LetterI::dottedAndDotless && character == capitalI;
+    return plain && !dependent ? folding.units[0] : 0;
+  }
+
+  bool mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const;
+  std::optional<TextMatch> find(std::string_view body, std::size_t from) const;
 };
 
 TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::make_unique<Query>()) {
@@ -126,22 +156,44 @@ TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::ma
   for (std::size_t i = 1; i < query_->units.size(); ++i) {
     query_->fallBack.push_back(query_->advance(query_->fallBack[i], query_->units[i]));
   }
+  query_->filter = SearchFilter::forQuery(query_->units, letterI == LetterI::dottedAndDotless);
 }
 
 TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
 TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
 
-std::optional<TextMatch> TextSearch::find(std::string_view body) const {
-  const std::size_t wanted = query_->units.size();
-  if (wanted > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
+// Whether a match may have its seam (see SearchFilter) behind the byte at `place`: compares the letters around
+// it as far as they are plain ones on both sides, adding to `steps` how many it looked at.
+bool TextSearch::Query::mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const {
+  std::size_t wanted = filter->unitsBefore();
+  for (std::size_t at = place + 1; wanted < units.size(); ++wanted, ++steps) {
+    if (at == body.size()) return false;
+    const char32_t unit = plainUnit(nextCodePoint(body, at));
+    if (unit == 0) break;
+    if (unit != units[wanted]) return false;
+  }
+  wanted = filter->unitsBefore();
+  for (std::size_t at = place + 1; wanted > 0; --wanted, ++steps) {
+    if (at == 0) return false;
+    at = startOfCodePoint(body, at - 1);
+    std::size_t next = at;
+    const char32_t unit = plainUnit(nextCodePoint(body, next));
+    if (unit == 0) break;
+    if (unit != units[wanted - 1]) return false;
+  }
+  return true;
+}
 
+// The first match that begins at or after `from`, which must be the start of a segment: the exact comparison.
+std::optional<TextMatch> TextSearch::Query::find(std::string_view body, std::size_t from) const {
   constexpr std::size_t insideSegment = std::string_view::npos;
+  const std::size_t wanted = units.size();
   std::vector<std::size_t> origins(wanted, insideSegment);  // where the last `wanted` units begin in the body
   std::size_t slot = 0;                                     // of the oldest of them
   std::size_t matched = 0;
-  SegmentFolder folder(query_->letterI);
-  for (std::size_t at = 0; at < body.size();) {
+  SegmentFolder folder(letterI);
+  for (std::size_t at = from; at < body.size();) {
     std::size_t origin = at;
     const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, wanted);
     if (segment == nullptr) {
@@ -149,13 +201,31 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
       continue;
     }
     for (const SegmentFolder::Unit& unit : *segment) {
-      matched = query_->advance(matched, unit.character);
+      matched = advance(matched, unit.character);
       origins[slot] = std::exchange(origin, insideSegment);
       slot = slot + 1 == wanted ? 0 : slot + 1;
     }
     if (matched == wanted && origins[slot] != insideSegment) return TextMatch{origins[slot], at};
   }
   return std::nullopt;
+}
+
+std::optional<TextMatch> TextSearch::find(std::string_view body) const {
+  const Query& query = *query_;
+  const std::size_t wanted = query.units.size();
+  if (wanted > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
+  if (!query.filter) return query.find(body, 0);
+
+  // A long query in a body made of its own pieces could be compared at every place. When comparing has cost as
+  // much as the body is long, the exact search, which is linear, takes over.
+  std::size_t steps = 0;
+  for (std::size_t place = 0;; ++place) {
+    place = query.filter->next(body, place);
+    if (place == std::string_view::npos) return std::nullopt;
+    if (steps > body.size() || query.mayMatchAt(body, place, steps)) {
+      return query.find(body, startOfWindow(body, place, query.filter->unitsBefore()));
+    }
+  }
 }
 
 }  // namespace halvane

@@ -3,13 +3,15 @@
 #include <unicode/utf8.h>
 
 #include <cstdint>
-#include <cstring>
 
 #include "platform/text.h"
+#include "platform/utf8_blocks.h"
 
 namespace halvane {
 
 bool isUtf8(std::string_view bytes) {
+  static const bool inBlocks = canCheckInBlocks();
+  if (inBlocks) return isUtf8InBlocks(bytes);
   const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
   for (std::size_t at = 0; at < bytes.size();) {
     UChar32 character;

@@ -58,8 +58,8 @@ std::string searchEntries(std::string_view query, const std::optional<std::strin
     containment.emplace(query, userLocaleTellsDotlessI() ? LetterI::dottedAndDotless : LetterI::oneLetter);
   }
   const std::vector<Entry> hits = loadEntries(
-      [&](const Entry& entry) {
-        return (!tag || hasTag(entry, *tag)) && (!containment || containment->find(entry.body));
+      [&](const EntryText& entry) {
+        return (!tag || entry.hasTag(*tag)) && (!containment || containment->find(entry.body));
       },
       static_cast<std::size_t>(limit));
   if (hits.empty()) return noEntries(query, tag);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace halvane {
+
+struct CfRelease {
+  void operator()(CFTypeRef object) const { CFRelease(object); }
+};
+
+/// Owns what a CoreFoundation function with Create or Copy in its name hands out: CfOwned<CFStringRef> owns a
+/// string. Null when the function had nothing to hand out.
+template <typename Reference>
+using CfOwned = std::unique_ptr<std::remove_pointer_t<Reference>, CfRelease>;
+
+/// `text` (UTF-8, NULs included) as a string of CoreFoundation's; null when it is not UTF-8.
+inline CfOwned<CFStringRef> cfString(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const UInt8*>(text.data());
+  return CfOwned<CFStringRef>(CFStringCreateWithBytes(
+      kCFAllocatorDefault, bytes, static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, false));
+}
+
+/// The whole text of `value` in UTF-8, NULs included; nothing when `value` is null or no string, or holds
+/// half of a surrogate pair, for which UTF-8 has no form.
+inline std::optional<std::string> utf8Text(CFTypeRef value) {
+  if (value == nullptr || CFGetTypeID(value) != CFStringGetTypeID()) return std::nullopt;
+  const auto string = static_cast<CFStringRef>(value);
+  const CFRange whole = CFRangeMake(0, CFStringGetLength(string));
+  CFIndex size = 0;
+  const CFIndex converted =
+      CFStringGetBytes(string, whole, kCFStringEncodingUTF8, 0, false, nullptr, 0, &size);
+  if (converted != whole.length) return std::nullopt;
+  std::string text(static_cast<std::size_t>(size), '\0');
+  CFStringGetBytes(string, whole, kCFStringEncodingUTF8, 0, false, reinterpret_cast<UInt8*>(text.data()),
+                   size, nullptr);
+  return text;
+}
+
+}  // namespace halvane

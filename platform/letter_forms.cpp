@@ -1,0 +1,150 @@
+#include "platform/letter_forms.h"
+
+#include <unicode/normalizer2.h>
+#include <unicode/uniset.h>
+#include <unicode/uset.h>
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <utility>
+
+#include "platform/folding.h"
+
+namespace halvane {
+namespace {
+
+constexpr char32_t iota = 0x03B9;  // stands for the iota subscript too, which moves behind other marks
+
+const icu::Normalizer2& nfc() {
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
+  if (U_FAILURE(status)) throw std::bad_alloc();
+  return *instance;
+}
+
+// Code points that are another one under a second name, and no case variant of it.
+constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{{0x0374, 0x02B9},
+                                                                       {0x037E, 0x003B},
+                                                                       {0x0387, 0x00B7},
+                                                                       {0x1FEF, 0x0060},
+                                                                       {0x1FFD, 0x00B4},
+                                                                       {0x2000, 0x2002},
+                                                                       {0x2001, 0x2003},
+                                                                       {0x2329, 0x3008},
+                                                                       {0x232A, 0x3009}}};
+
+// The blocks in which Chinese characters have their second names.
+constexpr std::array<std::pair<char32_t, char32_t>, 2> ideographBlocks = {{{0xF900, 0xFAFF}, {0x2F800, 0x2FA1F}}};
+constexpr char32_t firstIdeograph = 0x3400;
+
+void addSecondNames(char32_t unit, std::vector<char32_t>& forms) {
+  for (const auto& [second, name] : secondNames) {
+    if (name == unit) forms.push_back(second);
+  }
+  if (unit < firstIdeograph) return;
+  for (const auto& [first, last] : ideographBlocks) {
+    for (char32_t character = first; character <= last; ++character) {
+      icu::UnicodeString mapping;
+      const bool mapped = nfc().getRawDecomposition(static_cast<UChar32>(character), mapping);
+      if (mapped && static_cast<char32_t>(mapping.char32At(0)) == unit) forms.push_back(character);
+    }
+  }
+}
+
+void addCaseVariants(std::vector<char32_t>& forms) {
+  icu::UnicodeSet variants;
+  for (const char32_t form : forms) variants.add(static_cast<UChar32>(form));
+  variants.closeOver(USET_CASE_INSENSITIVE);
+  if (variants.isBogus()) throw std::bad_alloc();
+  for (std::int32_t i = 0; i < variants.size(); ++i) {
+    const UChar32 variant = variants.charAt(i);
+    if (variant >= 0) forms.push_back(static_cast<char32_t>(variant));
+  }
+}
+
+// Keeps each form once, and only those that begin as the letter does.
+void keepFormsOf(char32_t unit, std::vector<char32_t>& forms) {
+  std::sort(forms.begin(), forms.end());
+  forms.erase(std::unique(forms.begin(), forms.end()), forms.end());
+  std::erase_if(forms, [unit](char32_t form) { return foldingOf(form).units[0] != unit; });
+}
+
+// All that fold to the one unit.
+std::vector<char32_t> plainForms(char32_t unit) {
+  std::vector<char32_t> forms = {unit};
+  addCaseVariants(forms);
+  addSecondNames(unit, forms);
+  std::erase_if(forms, [](char32_t form) { return foldingOf(form).count != 1; });
+  keepFormsOf(unit, forms);
+  return forms;
+}
+
+// An ASCII letter with marks: alone or composed with any of them.
+LetterForms markedForms(char32_t unit, std::u32string_view marks) {
+  LetterForms forms{plainForms(unit), {}};
+  for (std::size_t i = 0; i < forms.first.size(); ++i) {
+    for (const char32_t mark : marks) {
+      const UChar32 composed =
+          nfc().composePair(static_cast<UChar32>(forms.first[i]), static_cast<UChar32>(mark));
+      if (composed < 0) continue;
+      const auto known = std::find(forms.first.begin(), forms.first.end(), static_cast<char32_t>(composed));
+      if (known == forms.first.end()) forms.first.push_back(static_cast<char32_t>(composed));
+    }
+  }
+  addCaseVariants(forms.first);
+  keepFormsOf(unit, forms.first);
+  forms.last = forms.first;
+  forms.last.insert(forms.last.end(), marks.begin(), marks.end());
+  return forms;
+}
+
+// A Korean syllable: as one code point, or its consonant, vowel and second consonant one by one (Unicode,
+// section 3.12). Empty for old syllables, which are always written apart.
+LetterForms syllableForms(std::u32string_view parts) {
+  constexpr char32_t leads = 0x1100, vowels = 0x1161, trails = 0x11A7, syllables = 0xAC00;
+  const char32_t lead = parts[0] - leads;
+  const char32_t vowel = parts[1] - vowels;
+  const char32_t trail = parts.size() == 3 ? parts[2] - trails : 0;
+  if (lead > 18 || vowel > 20 || trail > 27 || (parts.size() == 3 && trail == 0)) return {};
+  const char32_t open = syllables + (lead * 21 + vowel) * 28;
+  LetterForms forms{{parts[0], open}, {open + trail, parts.back()}};
+  if (trail != 0) forms.first.push_back(open + trail);
+  return forms;
+}
+
+bool isMark(char32_t unit) { return foldingOf(unit).combiningClasses[0] != 0; }
+
+}  // namespace
+
+LetterForms formsOf(std::u32string_view letter) {
+  const char32_t unit = letter[0];
+  const std::u32string_view rest = letter.substr(1);
+  if (foldingOf(unit).continues || unit == iota) return {};
+  if (rest.empty()) {
+    const std::vector<char32_t> forms = plainForms(unit);
+    return {forms, forms};
+  }
+  if (unit < 0x80 && std::all_of(rest.begin(), rest.end(), isMark)) return markedForms(unit, rest);
+  return rest.size() <= 2 ? syllableForms(letter) : LetterForms();
+}
+
+bool mayShareCodePoint(char32_t left, char32_t right) {
+  // Latin ß, ﬀ, ﬁ, ﬂ, ﬆ, ŉ, ẚ; Armenian և, ﬓ, ﬔ, ﬕ, ﬖ, ﬗ.
+  constexpr std::array<std::pair<char32_t, char32_t>, 13> pairs = {{{U's', U's'},
+                                                                    {U'f', U'f'},
+                                                                    {U'f', U'i'},
+                                                                    {U'f', U'l'},
+                                                                    {U's', U't'},
+                                                                    {0x02BC, U'n'},
+                                                                    {U'a', 0x02BE},
+                                                                    {0x0565, 0x0582},
+                                                                    {0x0574, 0x0576},
+                                                                    {0x0574, 0x0565},
+                                                                    {0x0574, 0x056B},
+                                                                    {0x057E, 0x0576},
+                                                                    {0x0574, 0x056D}}};
+  return right == iota || std::find(pairs.begin(), pairs.end(), std::pair(left, right)) != pairs.end();
+}
+
+}  // namespace halvane

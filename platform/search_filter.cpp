@@ -1,0 +1,168 @@
+#include "platform/search_filter.h"
+
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <bit>
+#include <string>
+#include <vector>
+
+#include "platform/byte_block.h"
+#include "platform/folding.h"
+#include "platform/letter_forms.h"
+#include "platform/text.h"
+
+namespace halvane {
+namespace {
+
+// How many of a thousand bytes have this value, roughly and over all languages: it only decides which of the
+// safe places is looked for.
+unsigned commonness(std::uint8_t byte) {
+  constexpr std::array<std::uint8_t, 26> letters = {65, 12, 23, 33, 100, 18, 16, 50, 57, 1, 6,  33, 20,
+                                                    57, 62, 15, 1,  50,  52, 75, 23, 8, 18, 2, 16, 1};
+  if (byte == ' ') return 160;
+  if (byte >= 0xC3) return byte == 0xC3 || byte == 0xE2 || byte >= 0xEE ? 20 : 200;
+  if (byte >= 0x80) return 15;
+  const unsigned letter = (byte | 0x20U) - 'a';
+  if (letter >= letters.size()) return 8;
+  return (byte & 0x20) != 0 ? letters[letter] : 3;
+}
+
+unsigned commonness(const ByteSet& set) {
+  unsigned sum = 0;
+  for (std::size_t i = 0; i < set.size(); ++i) sum += commonness(set.bytes()[i]);
+  return sum;
+}
+
+std::string utf8Of(char32_t character) {
+  std::string text;
+  appendCodePoint(text, character);
+  return text;
+}
+
+// The bytes that may stand `index` places from the start of a form; nothing when they are too many, or when not
+// every form is that long.
+std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t index) {
+  ByteSet set;
+  for (const char32_t form : forms) {
+    const std::string bytes = utf8Of(form);
+    if (index >= bytes.size() || !set.add(static_cast<std::uint8_t>(bytes[index]))) return std::nullopt;
+  }
+  return set;
+}
+
+std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
+  ByteSet set;
+  for (const char32_t form : forms) {
+    if (!set.add(static_cast<std::uint8_t>(utf8Of(form).back()))) return std::nullopt;
+  }
+  return set;
+}
+
+// A letter of the query: a starter and the marks or vowels that can't be parted from it.
+struct Letter {
+  std::size_t end;  // behind its units in the query
+  LetterForms forms;
+};
+
+std::vector<Letter> lettersOf(std::u32string_view units, bool turkic) {
+  std::vector<Letter> letters;
+  for (std::size_t begin = 0, end = 0; begin < units.size(); begin = end) {
+    end = begin + 1;
+    while (end < units.size() && foldingOf(units[end]).continues) ++end;
+    const std::u32string_view letter = units.substr(begin, end - begin);
+    const bool shared = (begin > 0 && mayShareCodePoint(units[begin - 1], letter.front())) ||
+                        (end < units.size() && mayShareCodePoint(letter.back(), units[end]));
+    const bool doubtful = turkic && (letter.front() == U'i' || letter.front() == U'ı');
+    letters.push_back({end, shared || doubtful ? LetterForms() : formsOf(letter)});
+  }
+  return letters;
+}
+
+}  // namespace
+
+bool ByteSet::add(std::uint8_t byte) {
+  if (holds(byte)) return true;
+  if (size_ == most) return false;
+  std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(size_++), bytes_.end(), byte);
+  return true;
+}
+
+bool ByteSet::holds(std::uint8_t byte) const {
+  return size_ > 0 && std::find(bytes_.begin(), bytes_.end(), byte) != bytes_.end();
+}
+
+std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
+  // The start of a query decides; looking further through an endless one gains nothing.
+  constexpr std::size_t lettersLookedAt = 64;
+  const std::size_t cut = std::min<std::size_t>(units.size(), 4 * lettersLookedAt);
+  std::vector<Letter> letters = lettersOf(units.substr(0, cut), turkic);
+  if (cut < units.size()) letters.pop_back();
+
+  std::optional<SearchFilter> best;
+  unsigned leastCommon = 0;
+  const auto consider = [&](const SearchFilter& filter, unsigned common) {
+    if (best && common >= leastCommon) return;
+    best = filter;
+    leastCommon = common;
+  };
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    if (letters[i].forms.last.empty()) continue;
+    SearchFilter filter;
+    filter.unitsBefore_ = letters[i].end;
+    const std::optional<ByteSet> here = lastBytes(letters[i].forms.last);
+    if (!here) continue;
+    filter.here_ = filter.there_ = *here;
+    filter.distance_ = 0;
+    consider(filter, commonness(*here) * 1000);
+    if (i + 1 == letters.size() || letters[i + 1].forms.first.empty()) continue;
+    for (std::size_t index = 0; index < U8_MAX_LENGTH; ++index) {
+      const std::optional<ByteSet> there = bytesAt(letters[i + 1].forms.first, index);
+      if (!there) continue;
+      filter.there_ = *there;
+      filter.distance_ = index + 1;
+      consider(filter, commonness(*here) * commonness(*there));
+    }
+  }
+  return best;
+}
+
+template <std::size_t values>
+std::size_t SearchFilter::nextInBlocks(std::string_view body, std::size_t from) const {
+  std::array<ByteBlock, values> here;
+  std::array<ByteBlock, values> there;
+  for (std::size_t i = 0; i < values; ++i) {
+    here[i] = ByteBlock::all(here_.bytes()[i]);
+    there[i] = ByteBlock::all(there_.bytes()[i]);
+  }
+  const auto anyOf = [](ByteBlock block, const std::array<ByteBlock, values>& set) {
+    ByteBlock any = block == set[0];
+    for (std::size_t i = 1; i < values; ++i) any = any | (block == set[i]);
+    return any;
+  };
+  const auto possible = [&](const char* at) {
+    return anyOf(ByteBlock::load(at), here) & anyOf(ByteBlock::load(at + distance_), there);
+  };
+
+  std::size_t at = from;
+  constexpr std::size_t step = 2 * ByteBlock::size;
+  for (; at + step + distance_ <= body.size(); at += step) {
+    const ByteBlock first = possible(body.data() + at);
+    const ByteBlock second = possible(body.data() + at + ByteBlock::size);
+    if ((first | second).upperBits() == 0) continue;
+    const std::uint32_t bits = first.upperBits() | second.upperBits() << ByteBlock::size;
+    return at + static_cast<std::size_t>(std::countr_zero(bits));
+  }
+  for (; at + distance_ < body.size(); ++at) {
+    const auto byteAt = [body](std::size_t index) { return static_cast<std::uint8_t>(body[index]); };
+    if (here_.holds(byteAt(at)) && there_.holds(byteAt(at + distance_))) return at;
+  }
+  return std::string_view::npos;
+}
+
+std::size_t SearchFilter::next(std::string_view body, std::size_t from) const {
+  const bool few = here_.size() <= 2 && there_.size() <= 2;
+  return few ? nextInBlocks<2>(body, from) : nextInBlocks<ByteSet::most>(body, from);
+}
+
+}  // namespace halvane
