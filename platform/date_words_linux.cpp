@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "platform/date_words.h"
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 
 namespace halvane {
 namespace {
@@ -34,7 +34,7 @@ icu::UnicodeString patternFor(const icu::Locale& locale) {
     generator->setDateTimeFormat(UDAT_MEDIUM, byWord, status);
   }
   // The hour is as short as the skeleton has it: 9:14, also where the locale itself would write 09:14.
-  const icu::UnicodeString pattern =
+  icu::UnicodeString pattern =
       generator->getBestPattern(u"yMMMdjmm", UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
   check(status);
   return pattern;

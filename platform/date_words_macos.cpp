@@ -5,7 +5,7 @@
 
 #include "platform/core_foundation.h"
 #include "platform/date_words.h"
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 
 namespace halvane {
 namespace {

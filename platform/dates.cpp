@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 
 namespace halvane {
 namespace {

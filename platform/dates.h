@@ -13,10 +13,10 @@ using Instant = std::chrono::sys_time<std::chrono::microseconds>;
 /// The present moment.
 Instant now();
 
-/// The moment `days` calendar days before `moment`, at the same wall-clock time in the user's calendar and time
+/// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and time
 /// zone as they are now. A time that a change of the clocks skips moves later by the gap; of a repeated one the
 /// second is taken. Nothing when the calendar has no such moment.
-std::optional<Instant> daysBefore(Instant moment, std::int64_t days);
+std::optional<Instant> daysBefore(Instant moment, std::int64_t count);
 
 /// Reads an internet date-time (RFC 3339): YYYY-MM-DDTHH:MM:SS followed by Z or an offset +HH:MM or -HH:MM, in
 /// capitals, whole seconds only. It must name a real day and time, with years from 0000 and offsets up to

@@ -1,12 +1,12 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <new>
 #include <utility>
 #include <vector>

@@ -10,9 +10,6 @@
 namespace halvane {
 namespace {
 
-constexpr char32_t pageSize = 256;
-using Page = std::array<Folding, pageSize>;
-
 const icu::Normalizer2& nfc() {
   UErrorCode status = U_ZERO_ERROR;
   const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
@@ -48,19 +45,15 @@ Folding makeFolding(UChar32 character) {
   return folding;
 }
 
-std::unique_ptr<Page> makePage(char32_t first) {
-  auto page = std::make_unique<Page>();
-  for (char32_t i = 0; i < pageSize; ++i) (*page)[i] = makeFolding(static_cast<UChar32>(first + i));
-  return page;
-}
-
 }  // namespace
 
-const Folding& foldingOf(char32_t character) {
-  static std::array<std::unique_ptr<Page>, 0x110000 / pageSize> pages;
-  std::unique_ptr<Page>& page = pages[character / pageSize];
-  if (!page) page = makePage(character - character % pageSize);
-  return (*page)[character % pageSize];
+constinit std::array<const Folding*, 0x110000 / foldingPageSize> foldingPages{};
+
+const Folding* makeFoldingPage(char32_t character) {
+  auto page = std::make_unique<Folding[]>(foldingPageSize);
+  const char32_t first = character - character % foldingPageSize;
+  for (char32_t i = 0; i < foldingPageSize; ++i) page[i] = makeFolding(static_cast<UChar32>(first + i));
+  return foldingPages[character / foldingPageSize] = page.release();
 }
 
 }  // namespace halvane

@@ -19,9 +19,20 @@ struct Folding {
   bool continues;
 };
 
-/// The folding of `character`; valid for the life of the program. The tables are made from ICU's data, 256
-/// code points at a time, when the first of them is asked for. Throws std::bad_alloc when there is no memory.
-const Folding& foldingOf(char32_t character);
+constexpr char32_t foldingPageSize = 256;
+
+/// The foldings by code point, in pages that makeFoldingPage fills in when they are first needed.
+extern std::array<const Folding*, 0x110000 / foldingPageSize> foldingPages;
+
+/// Fills in the page that `character` is on, from ICU's data. Throws std::bad_alloc when there is no memory.
+const Folding* makeFoldingPage(char32_t character);
+
+/// The folding of `character`; valid for the life of the program.
+inline const Folding& foldingOf(char32_t character) {
+  const Folding* page = foldingPages[character / foldingPageSize];
+  if (page == nullptr) page = makeFoldingPage(character);
+  return page[character % foldingPageSize];
+}
 
 /// A unit in its final form, for use when the marks around it stand in their order.
 inline char32_t foldedMark(char32_t unit) { return unit == 0x0345 ? 0x03B9 : unit; }

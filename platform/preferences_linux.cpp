@@ -46,7 +46,7 @@ std::optional<Preferences> Preferences::ofSuite(const std::string& suite) {
 }
 
 std::optional<std::string> Preferences::string(const std::string& key) const {
-  const plist_t value = plist_dict_get_item(store_->list, key.c_str());
+  plist_t value = plist_dict_get_item(store_->list, key.c_str());
   if (value == nullptr || plist_get_node_type(value) != PLIST_STRING) return std::nullopt;
   std::uint64_t length = 0;
   const char* text = plist_get_string_ptr(value, &length);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,7 @@ std::string utf8Of(char32_t character) {
 // every form is that long.
 std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t index) {
   ByteSet set;
+  if (forms.empty()) return std::nullopt;
   for (const char32_t form : forms) {
     const std::string bytes = utf8Of(form);
     if (index >= bytes.size() || !set.add(static_cast<std::uint8_t>(bytes[index]))) return std::nullopt;
@@ -53,31 +55,53 @@ std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t i
 
 std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
   ByteSet set;
+  if (forms.empty()) return std::nullopt;
   for (const char32_t form : forms) {
     if (!set.add(static_cast<std::uint8_t>(utf8Of(form).back()))) return std::nullopt;
   }
   return set;
 }
 
-// A letter of the query: a starter and the marks or vowels that can't be parted from it.
-struct Letter {
-  std::size_t end;  // behind its units in the query
-  LetterForms forms;
-};
-
-std::vector<Letter> lettersOf(std::u32string_view units, bool turkic) {
-  std::vector<Letter> letters;
-  for (std::size_t begin = 0, end = 0; begin < units.size(); begin = end) {
-    end = begin + 1;
-    while (end < units.size() && foldingOf(units[end]).continues) ++end;
-    const std::u32string_view letter = units.substr(begin, end - begin);
-    const bool shared = (begin > 0 && mayShareCodePoint(units[begin - 1], letter.front())) ||
-                        (end < units.size() && mayShareCodePoint(letter.back(), units[end]));
-    const bool doubtful = turkic && (letter.front() == U'i' || letter.front() == U'ı');
-    letters.push_back({end, shared || doubtful ? LetterForms() : formsOf(letter)});
+// The letters of a query: starters with the marks or vowels that can't be parted from them.
+class Letters {
+ public:
+  Letters(std::u32string_view units, bool turkic) : units_(units), turkic_(turkic) {
+    for (std::size_t begin = 0, end = 0; begin < units.size(); begin = end) {
+      end = begin + 1;
+      while (end < units.size() && foldingOf(units[end]).continues) ++end;
+      ends_.push_back(end);
+    }
   }
-  return letters;
-}
+
+  std::size_t count() const { return ends_.size(); }
+  std::size_t begin(std::size_t index) const { return index == 0 ? 0 : ends_[index - 1]; }
+  std::size_t end(std::size_t index) const { return ends_[index]; }
+  // The units from one letter to another, both included.
+  std::u32string_view units(std::size_t first, std::size_t last) const {
+    return units_.substr(begin(first), end(last) - begin(first));
+  }
+
+  // The forms of a letter, empty where they are not known for certain in this place. Finding them takes time, so
+  // of a query with very many letters only the first ones are known.
+  const LetterForms& forms(std::size_t index) {
+    static const LetterForms unknown;
+    const std::u32string_view letter = units(index, index);
+    const bool shared = (index > 0 && mayShareCodePoint(units_[begin(index) - 1], letter.front())) ||
+                        (index + 1 < count() && mayShareCodePoint(letter.back(), units_[end(index)]));
+    if (shared || (turkic_ && (letter.front() == U'i' || letter.front() == U'ı'))) return unknown;
+    const auto known = known_.find(letter);
+    if (known != known_.end()) return known->second;
+    return known_.size() < mostKnown ? known_[letter] = formsOf(letter) : unknown;
+  }
+
+ private:
+  static constexpr std::size_t mostKnown = 64;
+
+  std::u32string_view units_;
+  bool turkic_;
+  std::vector<std::size_t> ends_;
+  std::map<std::u32string_view, LetterForms> known_;
+};
 
 }  // namespace
 
@@ -93,35 +117,31 @@ bool ByteSet::holds(std::uint8_t byte) const {
 }
 
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
-  // The start of a query decides; looking further through an endless one gains nothing.
-  constexpr std::size_t lettersLookedAt = 64;
-  const std::size_t cut = std::min<std::size_t>(units.size(), 4 * lettersLookedAt);
-  std::vector<Letter> letters = lettersOf(units.substr(0, cut), turkic);
-  if (cut < units.size()) letters.pop_back();
+  Letters letters(units, turkic);
+  // A seam that comes again and again in the query may do so in the body, where it would tell least.
+  std::map<std::u32string_view, unsigned> occurrences;
+  for (std::size_t i = 0; i + 1 < letters.count(); ++i) ++occurrences[letters.units(i, i + 1)];
 
   std::optional<SearchFilter> best;
-  unsigned leastCommon = 0;
-  const auto consider = [&](const SearchFilter& filter, unsigned common) {
+  std::uint64_t leastCommon = 0;
+  const auto consider = [&](const SearchFilter& filter, std::uint64_t common) {
     if (best && common >= leastCommon) return;
     best = filter;
     leastCommon = common;
   };
-  for (std::size_t i = 0; i < letters.size(); ++i) {
-    if (letters[i].forms.last.empty()) continue;
-    SearchFilter filter;
-    filter.unitsBefore_ = letters[i].end;
-    const std::optional<ByteSet> here = lastBytes(letters[i].forms.last);
+  for (std::size_t i = 0; i < letters.count(); ++i) {
+    const std::optional<ByteSet> here = lastBytes(letters.forms(i).last);
     if (!here) continue;
+    SearchFilter filter;
+    filter.unitsBefore_ = letters.end(i);
     filter.here_ = filter.there_ = *here;
-    filter.distance_ = 0;
-    consider(filter, commonness(*here) * 1000);
-    if (i + 1 == letters.size() || letters[i + 1].forms.first.empty()) continue;
-    for (std::size_t index = 0; index < U8_MAX_LENGTH; ++index) {
-      const std::optional<ByteSet> there = bytesAt(letters[i + 1].forms.first, index);
+    consider(filter, std::uint64_t{1000} * commonness(*here));
+    if (i + 1 == letters.count()) continue;
+    for (filter.distance_ = 1; filter.distance_ <= U8_MAX_LENGTH; ++filter.distance_) {
+      const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
       if (!there) continue;
       filter.there_ = *there;
-      filter.distance_ = index + 1;
-      consider(filter, commonness(*here) * commonness(*there));
+      consider(filter, std::uint64_t{occurrences[letters.units(i, i + 1)]} * commonness(*here) * commonness(*there));
     }
   }
   return best;

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/memory.h"
+#include "platform/free_memory.h"
 
 namespace halvane {
 namespace {

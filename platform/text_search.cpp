@@ -1,6 +1,7 @@
 #include "platform/text_search.h"
 
-#include <algorithm>
+#include <unicode/utf8.h>
+
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -13,13 +14,13 @@
 namespace halvane {
 namespace {
 
-constexpr char32_t capitalI = U'I';
-constexpr char32_t capitalDottedI = U'\u0130';
-constexpr char32_t dotlessI = U'\u0131';
-
 std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
   while (position > 0 && U8_IS_TRAIL(text[position])) --position;
   return position;
+}
+
+bool startsSegment(std::string_view text, std::size_t position) {
+  return position == 0 || position == text.size() || !foldingOf(nextCodePoint(text, position)).continues;
 }
 
 // The start of a segment at which, or behind which, every match begins that has `units` units up to the byte at
@@ -27,96 +28,9 @@ std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
 std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t units) {
   const std::size_t reach = U8_MAX_LENGTH * units;  // a unit takes a code point at the most
   std::size_t start = place > reach ? startOfCodePoint(body, place - reach) : 0;
-  for (std::size_t next = start; start > 0 && foldingOf(nextCodePoint(body, next)).continues; next = start) {
-    start = startOfCodePoint(body, start - 1);
-  }
+  while (!startsSegment(body, start)) start = startOfCodePoint(body, start - 1);
   return start;
 }
-
-// Whether `text` holds an I or İ that smallTurkicI might change.
-bool holdsCapitalI(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const char32_t character = nextCodePoint(text, at);
-    if (character == capitalI || character == capitalDottedI) return true;
-  }
-  return false;
-}
-
-// Pairs I with ı and İ with i, each with its dot or without it as one letter: İ may come in two pieces.
-std::string smallTurkicI(std::string_view text) {
-  const std::string composed = precomposed(text);
-  std::string small;
-  for (std::size_t at = 0; at < composed.size();) {
-    const char32_t character = nextCodePoint(composed, at);
-    appendCodePoint(small, character == capitalI ? dotlessI : character == capitalDottedI ? U'i' : character);
-  }
-  return small;
-}
-
-// Folds text segment by segment. A segment is a code point with those behind it that can't be parted from it:
-// a match begins and ends only between segments, and marks are put into their order only within one.
-class SegmentFolder {
- public:
-  struct Unit {
-    char32_t character;
-    std::uint8_t combiningClass;
-  };
-
-  explicit SegmentFolder(LetterI letterI) : letterI_(letterI) {}
-
-  // Folds the segment of `text` that begins at `position`, which moves behind it. A segment that becomes longer
-  // than `most` units comes out as nothing. The units are valid until the next call.
-  const std::vector<Unit>* fold(std::string_view text, std::size_t& position, std::size_t most) {
-    const bool turkic = letterI_ == LetterI::dottedAndDotless;
-    const std::size_t enough = turkic && most < SIZE_MAX ? most + 1 : most;  // the dot of an İ goes away again
-    const std::size_t begin = position;
-    units_.clear();
-    append(text, position);
-    while (position < text.size()) {
-      std::size_t next = position;
-      if (!foldingOf(nextCodePoint(text, next)).continues) break;
-      if (units_.size() > enough) {
-        position = next;
-      } else {
-        append(text, position);
-      }
-    }
-    if (units_.size() > enough) return nullptr;
-    const std::string_view segment = text.substr(begin, position - begin);
-    if (turkic && holdsCapitalI(segment)) {
-      units_.clear();
-      const std::string small = smallTurkicI(segment);
-      for (std::size_t at = 0; at < small.size();) append(small, at);
-      if (units_.size() > most) return nullptr;
-    }
-    if (units_.size() > 1 || units_.front().combiningClass != 0) orderMarks();
-    return &units_;
-  }
-
- private:
-  void append(std::string_view text, std::size_t& position) {
-    const Folding& folding = foldingOf(nextCodePoint(text, position));
-    for (std::size_t i = 0; i < folding.count; ++i) {
-      units_.push_back({folding.units[i], folding.combiningClasses[i]});
-    }
-  }
-
-  // Each run of marks, stably by class; only then may the iota subscript become a letter.
-  void orderMarks() {
-    const auto isLetter = [](const Unit& unit) { return unit.combiningClass == 0; };
-    for (auto begin = units_.begin(); begin != units_.end();) {
-      const auto end = std::find_if(begin, units_.end(), isLetter);
-      std::stable_sort(begin, end, [](const Unit& left, const Unit& right) {
-        return left.combiningClass < right.combiningClass;
-      });
-      begin = std::find_if_not(end, units_.end(), isLetter);
-    }
-    for (Unit& unit : units_) unit.character = foldedMark(unit.character);
-  }
-
-  LetterI letterI_;
-  std::vector<Unit> units_;
-};
 
 }  // namespace
 
@@ -133,17 +47,41 @@ struct TextSearch::Query {
     return units[matched] == unit ? matched + 1 : 0;
   }
 
-  // The unit that `character` folds to when that is all there is to it: one letter, and not one whose folding
-  // depends on what stands around it. 0 otherwise.
-  char32_t plainUnit(char32_t character) const {
-    const Folding& folding = foldingOf(character);
-    const bool plain = folding.count == 1 && !folding.continues && folding.combiningClasses[0] == 0;
-    const bool dependent = letterI == LetterI::dottedAndDotless && character == capitalI;
-    return plain && !dependent ? folding.units[0] : 0;
+  bool mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const;
+  bool mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const;
+  bool mayEndAt(std::string_view body, std::size_t at, std::size_t& steps) const;
+  std::optional<TextMatch> find(std::string_view body, std::size_t from) const;
+};
+
+// The exact comparison of one body with a query, unit by unit.
+class TextSearch::Comparison {
+ public:
+  explicit Comparison(const Query& query) : query_(query), origins_(query.units.size(), insideSegment) {}
+
+  // Compares the next unit, the first one of the segment at `origin`, or one further inside it.
+  void add(char32_t unit, std::size_t origin) {
+    matched_ = query_.advance(matched_, unit);
+    origins_[slot_] = origin;
+    if (++slot_ == origins_.size()) slot_ = 0;
   }
 
-  bool mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const;
-  std::optional<TextMatch> find(std::string_view body, std::size_t from) const;
+  // The place of a segment that can't be part of any match.
+  void skip() { matched_ = 0; }
+
+  // Where the match begins that ends with the last unit; nothing when there is none, or when it would begin
+  // inside a segment.
+  std::optional<std::size_t> origin() const {
+    if (matched_ < origins_.size() || origins_[slot_] == insideSegment) return std::nullopt;
+    return origins_[slot_];
+  }
+
+  static constexpr std::size_t insideSegment = std::string_view::npos;
+
+ private:
+  const Query& query_;
+  std::size_t matched_ = 0;
+  std::vector<std::size_t> origins_;  // of the last units, as many as the query has
+  std::size_t slot_ = 0;              // of the oldest of them
 };
 
 TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::make_unique<Query>()) {
@@ -163,49 +101,66 @@ TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
 TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
 
-// Whether a match may have its seam (see SearchFilter) behind the byte at `place`: compares the letters around
-// it as far as they are plain ones on both sides, adding to `steps` how many it looked at.
+// Whether a match may have its seam (see SearchFilter) behind the byte at `place`. Compares what stands around it
+// as far as each code point is a segment of its own; `steps` counts the comparisons.
 bool TextSearch::Query::mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const {
-  std::size_t wanted = filter->unitsBefore();
-  for (std::size_t at = place + 1; wanted < units.size(); ++wanted, ++steps) {
+  return mayContinueAt(body, place + 1, steps) && mayEndAt(body, place + 1, steps);
+}
+
+// The part behind the seam.
+bool TextSearch::Query::mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const {
+  for (std::size_t wanted = filter->unitsBefore(); wanted < units.size();) {
     if (at == body.size()) return false;
-    const char32_t unit = plainUnit(nextCodePoint(body, at));
-    if (unit == 0) break;
-    if (unit != units[wanted]) return false;
-  }
-  wanted = filter->unitsBefore();
-  for (std::size_t at = place + 1; wanted > 0; --wanted, ++steps) {
-    if (at == 0) return false;
-    at = startOfCodePoint(body, at - 1);
-    std::size_t next = at;
-    const char32_t unit = plainUnit(nextCodePoint(body, next));
-    if (unit == 0) break;
-    if (unit != units[wanted - 1]) return false;
+    const char32_t character = nextCodePoint(body, at);
+    if (dependsOnMarks(character, letterI) || !startsSegment(body, at)) return true;
+    const Folding& folding = foldingOf(character);
+    for (std::size_t i = 0; i < folding.count; ++i, ++wanted, ++steps) {
+      if (wanted == units.size() || foldedMark(folding.units[i]) != units[wanted]) return false;
+    }
   }
   return true;
 }
 
-// The first match that begins at or after `from`, which must be the start of a segment: the exact comparison.
+// The part in front of the seam, which is at `at`.
+bool TextSearch::Query::mayEndAt(std::string_view body, std::size_t at, std::size_t& steps) const {
+  for (std::size_t wanted = filter->unitsBefore(); wanted > 0;) {
+    if (at == 0) return false;
+    if (!startsSegment(body, at)) return true;
+    at = startOfCodePoint(body, at - 1);
+    std::size_t next = at;
+    const char32_t character = nextCodePoint(body, next);
+    const Folding& folding = foldingOf(character);
+    if (dependsOnMarks(character, letterI) || folding.continues) return true;
+    for (std::size_t i = folding.count; i > 0; --i, --wanted, ++steps) {
+      if (wanted == 0 || foldedMark(folding.units[i - 1]) != units[wanted - 1]) return false;
+    }
+  }
+  return true;
+}
+
+// The first match that begins at or after `from`, which must be the start of a segment: the exact search.
 std::optional<TextMatch> TextSearch::Query::find(std::string_view body, std::size_t from) const {
-  constexpr std::size_t insideSegment = std::string_view::npos;
-  const std::size_t wanted = units.size();
-  std::vector<std::size_t> origins(wanted, insideSegment);  // where the last `wanted` units begin in the body
-  std::size_t slot = 0;                                     // of the oldest of them
-  std::size_t matched = 0;
+  Comparison comparison(*this);
   SegmentFolder folder(letterI);
   for (std::size_t at = from; at < body.size();) {
     std::size_t origin = at;
-    const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, wanted);
-    if (segment == nullptr) {
-      matched = 0;
-      continue;
+    std::size_t next = at;
+    const char32_t character = nextCodePoint(body, next);
+    if (startsSegment(body, next) && !dependsOnMarks(character, letterI)) {
+      // One code point is the whole segment, as nearly always: its folding is all that there is to it.
+      const Folding& folding = foldingOf(character);
+      for (std::size_t i = 0; i < folding.count; ++i) {
+        comparison.add(foldedMark(folding.units[i]), std::exchange(origin, Comparison::insideSegment));
+      }
+      at = next;
+    } else if (const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, units.size())) {
+      for (const SegmentFolder::Unit& unit : *segment) {
+        comparison.add(unit.character, std::exchange(origin, Comparison::insideSegment));
+      }
+    } else {
+      comparison.skip();
     }
-    for (const SegmentFolder::Unit& unit : *segment) {
-      matched = advance(matched, unit.character);
-      origins[slot] = std::exchange(origin, insideSegment);
-      slot = slot + 1 == wanted ? 0 : slot + 1;
-    }
-    if (matched == wanted && origins[slot] != insideSegment) return TextMatch{origins[slot], at};
+    if (const std::optional<std::size_t> begin = comparison.origin()) return TextMatch{*begin, at};
   }
   return std::nullopt;
 }
@@ -216,13 +171,14 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   if (wanted > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
   if (!query.filter) return query.find(body, 0);
 
-  // A long query in a body made of its own pieces could be compared at every place. When comparing has cost as
-  // much as the body is long, the exact search, which is linear, takes over.
+  // Where the query is made of the same few letters as the body, nearly every place is possible and comparing
+  // them one by one would never end. The exact search, which takes linear time, takes over in good time.
+  const std::size_t enough = body.size() / 16;
   std::size_t steps = 0;
   for (std::size_t place = 0;; ++place) {
     place = query.filter->next(body, place);
     if (place == std::string_view::npos) return std::nullopt;
-    if (steps > body.size() || query.mayMatchAt(body, place, steps)) {
+    if (steps > enough || query.mayMatchAt(body, place, ++steps)) {
       return query.find(body, startOfWindow(body, place, query.filter->unitsBefore()));
     }
   }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/segments.h"
+
 namespace halvane {
 
 /// Where a match stands in the body: bytes [begin, end) of it.
@@ -12,10 +14,6 @@ struct TextMatch {
   std::size_t begin;
   std::size_t end;
 };
-
-/// How dotted and dotless i are taken: all languages but a few take I and i for one letter; Turkish and
-/// Azerbaijani pair I with ı, and İ with i.
-enum class LetterI { oneLetter, dottedAndDotless };
 
 /// One query, made ready to be found in many bodies without regard to letter case: by full case folding and
 /// canonical equivalence (Unicode, definition D145), so that straße is found in STRASSE and é composed in é
@@ -37,6 +35,7 @@ class TextSearch {
 
  private:
   struct Query;
+  class Comparison;
   std::unique_ptr<Query> query_;
 };
 

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "platform/json.h"
-#include "platform/memory.h"
+#include "platform/free_memory.h"
 #include "platform/streams.h"
 #include "platform/utf8.h"
 #include "server/replies.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "journal/journal_store.h"
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 #include "platform/text.h"
 #include "platform/text_search.h"
 #include "tools/date_style.h"

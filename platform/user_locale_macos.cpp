@@ -4,14 +4,13 @@
 #include <string_view>
 
 #include "platform/core_foundation.h"
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 
 namespace halvane {
 namespace {
 
-// CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting behind it is read
-// instead. It names the language and the region, and the calendar and digits where they are not the usual
-// ones.
+// CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting behind it is read. It
+// names language and region, and calendar, digits and hours where they are not the usual ones.
 std::string settingsIdentifier() {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   const CfOwned<CFPropertyListRef> setting(

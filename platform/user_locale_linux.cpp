@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "platform/files.h"
-#include "platform/locale.h"
+#include "platform/user_locale.h"
 
 namespace halvane {
 namespace {

@@ -1,6 +1,6 @@
 #include <malloc.h>
 
-#include "platform/memory.h"
+#include "platform/free_memory.h"
 
 namespace halvane {
 

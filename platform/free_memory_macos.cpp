@@ -1,6 +1,6 @@
 #include <cstddef>
 
-#include "platform/memory.h"
+#include "platform/free_memory.h"
 
 // Declared as in <malloc/malloc.h>, so that this file compiles on every system.
 struct _malloc_zone_t;
