@@ -147,42 +147,78 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
   return best;
 }
 
-template <std::size_t values>
-std::size_t SearchFilter::nextInBlocks(std::string_view body, std::size_t from) const {
-  std::array<ByteBlock, values> here;
-  std::array<ByteBlock, values> there;
-  for (std::size_t i = 0; i < values; ++i) {
-    here[i] = ByteBlock::all(here_.bytes()[i]);
-    there[i] = ByteBlock::all(there_.bytes()[i]);
-  }
-  const auto anyOf = [](ByteBlock block, const std::array<ByteBlock, values>& set) {
-    ByteBlock any = block == set[0];
-    for (std::size_t i = 1; i < values; ++i) any = any | (block == set[i]);
-    return any;
-  };
-  const auto possible = [&](const char* at) {
-    return anyOf(ByteBlock::load(at), here) & anyOf(ByteBlock::load(at + distance_), there);
-  };
+namespace {
 
-  std::size_t at = from;
-  constexpr std::size_t step = 2 * ByteBlock::size;
-  for (; at + step + distance_ <= body.size(); at += step) {
-    const ByteBlock first = possible(body.data() + at);
-    const ByteBlock second = possible(body.data() + at + ByteBlock::size);
-    if ((first | second).upperBits() == 0) continue;
-    const std::uint32_t bits = first.upperBits() | second.upperBits() << ByteBlock::size;
-    return at + static_cast<std::size_t>(std::countr_zero(bits));
+// Whether a byte is one of two that differ in a single bit, as the capital and the small letter of most alphabets
+// do: one comparison, once that bit is set.
+struct OneOfTwo {
+  ByteBlock bit;
+  ByteBlock byte;
+
+  explicit OneOfTwo(const ByteSet& set)
+      : bit(ByteBlock::all(set.bytes()[0] ^ set.bytes()[1])), byte(ByteBlock::all(set.bytes()[0] | set.bytes()[1])) {}
+  static bool fits(const ByteSet& set) {
+    return set.size() <= 2 && std::popcount(static_cast<unsigned>(set.bytes()[0] ^ set.bytes()[1])) <= 1;
   }
-  for (; at + distance_ < body.size(); ++at) {
-    const auto byteAt = [body](std::size_t index) { return static_cast<std::uint8_t>(body[index]); };
-    if (here_.holds(byteAt(at)) && there_.holds(byteAt(at + distance_))) return at;
+  ByteBlock in(ByteBlock block) const { return (block | bit) == byte; }
+};
+
+struct OneOfFour {
+  ByteBlock bytes[ByteSet::most];
+
+  explicit OneOfFour(const ByteSet& set)
+      : bytes{ByteBlock::all(set.bytes()[0]), ByteBlock::all(set.bytes()[1]), ByteBlock::all(set.bytes()[2]),
+              ByteBlock::all(set.bytes()[3])} {}
+  ByteBlock in(ByteBlock block) const {
+    return (block == bytes[0]) | (block == bytes[1]) | (block == bytes[2]) | (block == bytes[3]);
+  }
+};
+
+// The first place from `at` on, and before `end`, where a byte of the first kind stands `distance` places before
+// one of the second. The body goes on for that distance behind `end`, and for a whole step from `at`.
+template <typename Kind>
+std::size_t firstPair(const char* body, std::size_t at, std::size_t end, std::size_t distance, const Kind& here,
+                      const Kind& there) {
+  constexpr std::size_t step = 4 * ByteBlock::size;
+  const auto pairs = [&](std::size_t place) {
+    return here.in(ByteBlock::load(body + place)) & there.in(ByteBlock::load(body + place + distance));
+  };
+  while (at < end) {
+    // The last step looks at some places again, rather than beyond the end.
+    const std::size_t place = std::min(at, end - step);
+    const ByteBlock first = pairs(place);
+    const ByteBlock second = pairs(place + ByteBlock::size);
+    const ByteBlock third = pairs(place + 2 * ByteBlock::size);
+    const ByteBlock fourth = pairs(place + 3 * ByteBlock::size);
+    if (((first | second) | (third | fourth)).upperBits() != 0) {
+      const std::uint64_t found = std::uint64_t{first.upperBits()} | std::uint64_t{second.upperBits()} << 16 |
+                                  std::uint64_t{third.upperBits()} << 32 | std::uint64_t{fourth.upperBits()} << 48;
+      const std::uint64_t unseen = found >> (at - place) << (at - place);
+      if (unseen != 0) return place + static_cast<std::size_t>(std::countr_zero(unseen));
+    }
+    at = place + step;
   }
   return std::string_view::npos;
 }
 
+}  // namespace
+
 std::size_t SearchFilter::next(std::string_view body, std::size_t from) const {
-  const bool few = here_.size() <= 2 && there_.size() <= 2;
-  return few ? nextInBlocks<2>(body, from) : nextInBlocks<ByteSet::most>(body, from);
+  if (body.size() < from + distance_) return std::string_view::npos;
+  const std::size_t end = body.size() - distance_;
+  if (end < 4 * ByteBlock::size) return nextByByte(body, from, end);
+  if (OneOfTwo::fits(here_) && OneOfTwo::fits(there_)) {
+    return firstPair(body.data(), from, end, distance_, OneOfTwo(here_), OneOfTwo(there_));
+  }
+  return firstPair(body.data(), from, end, distance_, OneOfFour(here_), OneOfFour(there_));
+}
+
+std::size_t SearchFilter::nextByByte(std::string_view body, std::size_t from, std::size_t end) const {
+  for (std::size_t at = from; at < end; ++at) {
+    const auto byteAt = [body](std::size_t index) { return static_cast<std::uint8_t>(body[index]); };
+    if (here_.holds(byteAt(at)) && there_.holds(byteAt(at + distance_))) return at;
+  }
+  return std::string_view::npos;
 }
 
 }  // namespace halvane

@@ -47,11 +47,10 @@ class SearchFilter {
   std::size_t unitsBefore() const { return unitsBefore_; }
 
  private:
-  template <std::size_t values>
-  std::size_t nextInBlocks(std::string_view body, std::size_t from) const;
+  std::size_t nextByByte(std::string_view body, std::size_t from, std::size_t end) const;
 
-  ByteSet here_;                // the byte in front of the seam
-  ByteSet there_;               // the byte `distance_` places behind that
+  ByteSet here_;   // the byte in front of the seam
+  ByteSet there_;  // the byte `distance_` places behind that
   std::size_t distance_ = 0;
   std::size_t unitsBefore_ = 0;
 };
