@@ -45,7 +45,9 @@ class Hasher {
 
 }  // namespace
 
-std::string FileUrl::text() const { return repairUtf8(path); }
+std::string FileUrl::text() const {
+  return repairUtf8(path);
+}
 
 std::string_view Entry::firstLine() const {
   const std::size_t begin = body.find_first_not_of('\n');
@@ -60,7 +62,8 @@ bool operator==(const Entry& left, const Entry& right) {
          left.durationSeconds == right.durationSeconds && left.cleaned == right.cleaned &&
          left.editedAt == right.editedAt && sameText(left.cleanupModel, right.cleanupModel) &&
          sameText(left.language, right.language) &&
-         std::equal(left.tags.begin(), left.tags.end(), right.tags.begin(), right.tags.end(), canonicallyEqual) &&
+         std::equal(left.tags.begin(), left.tags.end(), right.tags.begin(), right.tags.end(),
+                    canonicallyEqual) &&
          canonicallyEqual(left.body, right.body);
 }
 

@@ -12,8 +12,8 @@ namespace halvane {
 /// Whatever begins otherwise is no entry and need not be read on.
 inline constexpr std::array<std::string_view, 2> entryOpenings = {"---\n", "\xEF\xBB\xBF---\n"};
 
-/// An entry as it stands in its file. The views are of the file's bytes and valid as long as these: most entries
-/// are only looked at and passed over, and for that nothing has to be copied.
+/// An entry as it stands in its file. The views are of the file's bytes and valid as long as these: most
+/// entries are only looked at and passed over, and for that nothing has to be copied.
 struct EntryText {
   using Value = std::optional<std::string_view>;
 

@@ -16,7 +16,8 @@ void sortNewestFirst(std::vector<Entry>& entries) {
 }
 
 void cutTo(std::vector<Entry>& entries, std::size_t newest) {
-  if (entries.size() > newest) entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(newest), entries.end());
+  if (entries.size() > newest)
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(newest), entries.end());
 }
 
 }  // namespace

@@ -16,8 +16,9 @@ namespace halvane {
 /// journal or it can't be read.
 std::vector<Entry> loadEntries();
 
-/// Of these the ones that pass the test `keep`, and of those the first `newest`. Every entry is tested, and no
-/// more of them are held in memory than can still be among the result.
-std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest = SIZE_MAX);
+/// Of these the ones that pass the test `keep`, and of those the first `newest`. Every entry is tested, and
+/// no more of them are held in memory than can still be among the result.
+std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep,
+                               std::size_t newest = SIZE_MAX);
 
 }  // namespace halvane

@@ -26,11 +26,11 @@ struct ByteBlock {
   friend ByteBlock operator^(ByteBlock a, ByteBlock b) { return {_mm_xor_si128(a.bytes, b.bytes)}; }
   friend ByteBlock operator==(ByteBlock a, ByteBlock b) { return {_mm_cmpeq_epi8(a.bytes, b.bytes)}; }
   /// a - b, 0 where that would be negative.
-  friend ByteBlock saturatingDifference(ByteBlock a, ByteBlock b) { return {_mm_subs_epu8(a.bytes, b.bytes)}; }
-  /// Each byte's upper half, as a number from 0 to 15.
-  ByteBlock upperHalves() const {
-    return {_mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F))};
+  friend ByteBlock saturatingDifference(ByteBlock a, ByteBlock b) {
+    return {_mm_subs_epu8(a.bytes, b.bytes)};
   }
+  /// Each byte's upper half, as a number from 0 to 15.
+  ByteBlock upperHalves() const { return {_mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F))}; }
   /// The upper bit of each byte, that of the first one lowest.
   std::uint32_t upperBits() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
 #if defined(__SSSE3__)

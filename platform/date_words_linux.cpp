@@ -34,8 +34,7 @@ icu::UnicodeString patternFor(const icu::Locale& locale) {
     generator->setDateTimeFormat(UDAT_MEDIUM, byWord, status);
   }
   // The hour is as short as the skeleton has it: 9:14, also where the locale itself would write 09:14.
-  icu::UnicodeString pattern =
-      generator->getBestPattern(u"yMMMdjmm", UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
+  icu::UnicodeString pattern = generator->getBestPattern(u"yMMMdjmm", UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
   check(status);
   return pattern;
 }
@@ -49,7 +48,8 @@ struct DateWords::Formatter {
 DateWords::DateWords() {
   const icu::Locale locale(userLocale().c_str());
   UErrorCode status = U_ZERO_ERROR;
-  formatter_ = std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(patternFor(locale), locale, status)});
+  formatter_ =
+      std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(patternFor(locale), locale, status)});
   check(status);
   formatter_->format.adoptTimeZone(userTimeZone().release());
 }
@@ -62,6 +62,7 @@ std::string DateWords::of(Instant moment) const {
   formatter_->format.format(static_cast<UDate>(milliseconds.time_since_epoch().count()), words);
   constexpr char16_t narrowNoBreakSpace = 0x202F;
   words.findAndReplace(icu::UnicodeString(narrowNoBreakSpace), icu::UnicodeString(u' '));
+  if (words.isBogus()) throw std::bad_alloc();
   std::string text;
   return words.toUTF8String(text);
 }

@@ -14,8 +14,8 @@ namespace {
 using std::chrono::days;
 using std::chrono::milliseconds;
 
-// Reads the fixed places of a date-time. What is no digit where one is due, or another sign than the form has,
-// makes the whole reading fail.
+// Reads the fixed places of a date-time. What is no digit where one is due, or another sign than the form
+// has, makes the whole reading fail.
 class FixedForm {
  public:
   explicit FixedForm(std::string_view text) : text_(text) {}
@@ -45,8 +45,8 @@ days fromJulian(int year, int month, int day) {
   return days(day + (153 * months + 2) / 5 + 365 * years + years / 4 - 2472671);
 }
 
-// The days from 1970-01-01 to a date in the calendar that people used: Julian to 4 October 1582, Gregorian from
-// the next day on, which was the 15th. Nothing for a day that never was.
+// The days from 1970-01-01 to a date in the calendar that people used: Julian to 4 October 1582, Gregorian
+// from the next day on, which was the 15th. Nothing for a day that never was.
 std::optional<days> fromDate(int year, int month, int day) {
   using namespace std::chrono;
   const auto date = [=](int inYear) {
@@ -63,7 +63,9 @@ std::optional<days> fromDate(int year, int month, int day) {
 
 }  // namespace
 
-Instant now() { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); }
+Instant now() {
+  return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+}
 
 std::optional<Instant> daysBefore(Instant moment, std::int64_t count) {
   if (count < 0 || count > std::numeric_limits<std::int32_t>::max()) return std::nullopt;

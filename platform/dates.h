@@ -13,13 +13,13 @@ using Instant = std::chrono::sys_time<std::chrono::microseconds>;
 /// The present moment.
 Instant now();
 
-/// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and time
-/// zone as they are now. A time that a change of the clocks skips moves later by the gap; of a repeated one the
-/// second is taken. Nothing when the calendar has no such moment.
+/// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and
+/// time zone as they are now. A time that a change of the clocks skips moves later by the gap; of a repeated
+/// one the second is taken. Nothing when the calendar has no such moment.
 std::optional<Instant> daysBefore(Instant moment, std::int64_t count);
 
-/// Reads an internet date-time (RFC 3339): YYYY-MM-DDTHH:MM:SS followed by Z or an offset +HH:MM or -HH:MM, in
-/// capitals, whole seconds only. It must name a real day and time, with years from 0000 and offsets up to
+/// Reads an internet date-time (RFC 3339): YYYY-MM-DDTHH:MM:SS followed by Z or an offset +HH:MM or -HH:MM,
+/// in capitals, whole seconds only. It must name a real day and time, with years from 0000 and offsets up to
 /// 23:59; days before 15 October 1582 are of the Julian calendar. Nothing for any other text.
 std::optional<Instant> parseInternetDateTime(std::string_view text);
 

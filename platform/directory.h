@@ -8,7 +8,8 @@
 
 namespace halvane {
 
-/// The names in one folder, in the byte order of the names. Reusable: reading a folder forgets the one before.
+/// The names in one folder, in the byte order of the names. Reusable: reading a folder forgets the one
+/// before.
 class Directory {
  public:
   enum class Kind : std::uint8_t { regular, folder, link, unknown, other };

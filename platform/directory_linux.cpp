@@ -12,17 +12,23 @@ namespace {
 
 Directory::Kind kindOf(unsigned char type) {
   switch (type) {
-    case DT_REG: return Directory::Kind::regular;
-    case DT_DIR: return Directory::Kind::folder;
-    case DT_LNK: return Directory::Kind::link;
-    case DT_UNKNOWN: return Directory::Kind::unknown;
-    default: return Directory::Kind::other;
+    case DT_REG:
+      return Directory::Kind::regular;
+    case DT_DIR:
+      return Directory::Kind::folder;
+    case DT_LNK:
+      return Directory::Kind::link;
+    case DT_UNKNOWN:
+      return Directory::Kind::unknown;
+    default:
+      return Directory::Kind::other;
   }
 }
 
 }  // namespace
 
-// getdents64(2) itself: readdir(3) would ask for the folder's state first, a system call or two more a folder.
+// getdents64(2) itself: readdir(3) would ask for the folder's state first, a system call or two more a
+// folder.
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();
@@ -39,9 +45,8 @@ void Directory::read(int descriptor) {
       names_.append(item->d_name, std::strlen(item->d_name) + 1);
     }
   }
-  std::sort(items_.begin(), items_.end(), [this](const Item& left, const Item& right) {
-    return std::strcmp(name(left), name(right)) < 0;
-  });
+  std::sort(items_.begin(), items_.end(),
+            [this](const Item& left, const Item& right) { return std::strcmp(name(left), name(right)) < 0; });
 }
 
 }  // namespace halvane

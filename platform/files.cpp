@@ -50,8 +50,8 @@ int openRetrying(int folder, const char* path, int flags) {
   return descriptor;
 }
 
-// Opens `path` below `folder` whatever its length: the system takes PATH_MAX bytes at once, so a longer path is
-// walked in pieces, folder by folder.
+// Opens `path` below `folder` whatever its length: the system takes PATH_MAX bytes at once, so a longer path
+// is walked in pieces, folder by folder.
 Descriptor openPath(int folder, std::string_view path, int flags) {
   if (path.find('\0') != std::string_view::npos) return Descriptor(-1);
   Descriptor reached(-1);
@@ -85,8 +85,7 @@ std::optional<std::string_view> readToEnd(int descriptor, Openings openings, Byt
   for (;;) {
     if (size == buffer.capacity() && !buffer.resize(std::max(firstRead, 2 * size))) throw std::bad_alloc();
     const std::size_t most = verdict == Verdict::accepted ? longestRead : firstRead;
-    const ssize_t count =
-        read(descriptor, buffer.data() + size, std::min(buffer.capacity() - size, most));
+    const ssize_t count = read(descriptor, buffer.data() + size, std::min(buffer.capacity() - size, most));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return std::nullopt;
     if (count == 0) break;
@@ -151,8 +150,7 @@ void readFilesBelow(const std::string& root, std::string_view suffix, Openings o
       const bool known = kind == Directory::Kind::regular;
       const Descriptor file(openRetrying(folder, name.data(), known ? openFile | O_NOFOLLOW : openFile));
       if (!file.isOpen() || !(known || isRegular(file.number()))) continue;
-      const std::optional<std::string_view> content =
-          readToEnd(file.number(), openings, buffer, SIZE_MAX);
+      const std::optional<std::string_view> content = readToEnd(file.number(), openings, buffer, SIZE_MAX);
       if (!content) continue;
       path.append("/").append(name);
       visit(path, *content);

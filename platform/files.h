@@ -14,11 +14,12 @@ namespace halvane {
 /// What a file must begin with for the rest of it to be read; no openings at all means any file.
 using Openings = std::span<const std::string_view>;
 
-/// Reads the regular file at `path` (absolute, raw bytes, of any length) to its end into `buffer`, which grows
-/// as needed and may be used again. Symbolic links are followed. The result is the file's raw bytes, valid
-/// until the buffer is used again or gone; nothing when the file can't be opened, is not regular, begins with
-/// none of `openings`, is longer than `limit` bytes, or fails before its end: half a file is never returned.
-/// Never waits for a pipe or device. Throws std::bad_alloc when there is no memory for the file.
+/// Reads the regular file at `path` (absolute, raw bytes, of any length) to its end into `buffer`, which
+/// grows as needed and may be used again. Symbolic links are followed. The result is the file's raw bytes,
+/// valid until the buffer is used again or gone; nothing when the file can't be opened, is not regular,
+/// begins with none of `openings`, is longer than `limit` bytes, or fails before its end: half a file is
+/// never returned. Never waits for a pipe or device. Throws std::bad_alloc when there is no memory for the
+/// file.
 std::optional<std::string_view> readFile(std::string_view path, Openings openings, ByteBuffer& buffer,
                                          std::size_t limit = SIZE_MAX);
 

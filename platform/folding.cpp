@@ -31,7 +31,8 @@ void append(Folding& folding, UChar32 unit) {
 Folding makeFolding(UChar32 character) {
   Folding folding{};
   folding.continues = u_hasBinaryProperty(character, UCHAR_GRAPHEME_EXTEND) ||
-                      u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) || !nfc().hasBoundaryBefore(character);
+                      u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) ||
+                      !nfc().hasBoundaryBefore(character);
   const icu::UnicodeString parts = decomposition(character);
   for (std::int32_t i = 0; i < parts.length(); i = parts.moveIndex32(i, 1)) {
     const UChar32 part = parts.char32At(i);
@@ -39,7 +40,8 @@ Folding makeFolding(UChar32 character) {
     if (part != 0x0345) folded.foldCase(U_FOLD_CASE_DEFAULT);
     for (std::int32_t j = 0; j < folded.length(); j = folded.moveIndex32(j, 1)) {
       const icu::UnicodeString units = decomposition(folded.char32At(j));
-      for (std::int32_t k = 0; k < units.length(); k = units.moveIndex32(k, 1)) append(folding, units.char32At(k));
+      for (std::int32_t k = 0; k < units.length(); k = units.moveIndex32(k, 1))
+        append(folding, units.char32At(k));
     }
   }
   return folding;

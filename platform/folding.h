@@ -35,6 +35,8 @@ inline const Folding& foldingOf(char32_t character) {
 }
 
 /// A unit in its final form, for use when the marks around it stand in their order.
-inline char32_t foldedMark(char32_t unit) { return unit == 0x0345 ? 0x03B9 : unit; }
+inline char32_t foldedMark(char32_t unit) {
+  return unit == 0x0345 ? 0x03B9 : unit;
+}
 
 }  // namespace halvane

@@ -4,6 +4,8 @@
 
 namespace halvane {
 
-void giveBackFreeMemory() { malloc_trim(0); }
+void giveBackFreeMemory() {
+  malloc_trim(0);
+}
 
 }  // namespace halvane

@@ -132,14 +132,26 @@ void appendEscaped(std::string& out, char character) {
   constexpr std::string_view hexadecimal = "0123456789abcdef";
   out += '\\';
   switch (character) {
-    case '\b': out += 'b'; break;
-    case '\t': out += 't'; break;
-    case '\n': out += 'n'; break;
-    case '\f': out += 'f'; break;
-    case '\r': out += 'r'; break;
+    case '\b':
+      out += 'b';
+      break;
+    case '\t':
+      out += 't';
+      break;
+    case '\n':
+      out += 'n';
+      break;
+    case '\f':
+      out += 'f';
+      break;
+    case '\r':
+      out += 'r';
+      break;
     case '"':
     case '\\':
-    case '/': out += character; break;
+    case '/':
+      out += character;
+      break;
     default:
       out.append("u00");
       out += hexadecimal[static_cast<unsigned char>(character) >> 4];
@@ -148,7 +160,8 @@ void appendEscaped(std::string& out, char character) {
 }
 
 bool mustBeEscaped(char character) {
-  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\' || character == '/';
+  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\' ||
+         character == '/';
 }
 
 void appendText(std::string& out, std::string_view text) {
@@ -164,8 +177,7 @@ void appendText(std::string& out, std::string_view text) {
 
 }  // namespace
 
-std::optional<JsonValue> JsonValue::parse(std::string_view text,
-                                          std::span<const std::string_view> wanted) {
+std::optional<JsonValue> JsonValue::parse(std::string_view text, std::span<const std::string_view> wanted) {
   json::parse_options options;
   options.max_depth = deepestNesting;
   json::basic_parser<ValueBuilder> parser(options, wanted);

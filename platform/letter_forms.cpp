@@ -35,7 +35,8 @@ constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{{0x0374, 
                                                                        {0x232A, 0x3009}}};
 
 // The blocks in which Chinese characters have their second names.
-constexpr std::array<std::pair<char32_t, char32_t>, 2> ideographBlocks = {{{0xF900, 0xFAFF}, {0x2F800, 0x2FA1F}}};
+constexpr std::array<std::pair<char32_t, char32_t>, 2> ideographBlocks = {
+    {{0xF900, 0xFAFF}, {0x2F800, 0x2FA1F}}};
 constexpr char32_t firstIdeograph = 0x3400;
 
 void addSecondNames(char32_t unit, std::vector<char32_t>& forms) {
@@ -113,7 +114,9 @@ LetterForms syllableForms(std::u32string_view parts) {
   return forms;
 }
 
-bool isMark(char32_t unit) { return foldingOf(unit).combiningClasses[0] != 0; }
+bool isMark(char32_t unit) {
+  return foldingOf(unit).combiningClasses[0] != 0;
+}
 
 }  // namespace
 

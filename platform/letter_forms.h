@@ -12,8 +12,8 @@ struct LetterForms {
 };
 
 /// The forms of `letter`, a folded starter with the marks behind it (see foldingOf), such as k: k, K and the
-/// Kelvin sign. Empty when they are not known for certain. They hold only where neither neighbour in the query
-/// may share a code point with it.
+/// Kelvin sign. Empty when they are not known for certain. They hold only where neither neighbour in the
+/// query may share a code point with it.
 LetterForms formsOf(std::u32string_view letter);
 
 /// Whether there is a code point that folds to `left` with `right` right behind it, so that one character of

@@ -15,9 +15,9 @@ class Preferences {
   /// This process's own.
   static std::optional<Preferences> standard();
 
-  /// Those of the application with the bundle identifier `suite`; nothing when there are none that can be read.
-  /// On Linux they are the property list, XML or binary, `<suite>.plist` in $XDG_CONFIG_HOME where that is
-  /// absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
+  /// Those of the application with the bundle identifier `suite`; nothing when there are none that can be
+  /// read. On Linux they are the property list, XML or binary, `<suite>.plist` in $XDG_CONFIG_HOME where that
+  /// is absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
   static std::optional<Preferences> ofSuite(const std::string& suite);
 
   /// The text stored under `key`, UTF-8; nothing when there is none or the value is of another kind.

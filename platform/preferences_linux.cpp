@@ -30,9 +30,13 @@ struct Preferences::Store {
   ~Store() { plist_free(list); }
 };
 
-std::optional<std::string> mainBundleIdentifier() { return std::nullopt; }
+std::optional<std::string> mainBundleIdentifier() {
+  return std::nullopt;
+}
 
-std::optional<Preferences> Preferences::standard() { return std::nullopt; }
+std::optional<Preferences> Preferences::standard() {
+  return std::nullopt;
+}
 
 std::optional<Preferences> Preferences::ofSuite(const std::string& suite) {
   ByteBuffer buffer;

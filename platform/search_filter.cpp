@@ -19,8 +19,8 @@ namespace {
 // How many of a thousand bytes have this value, roughly and over all languages: it only decides which of the
 // safe places is looked for.
 unsigned commonness(std::uint8_t byte) {
-  constexpr std::array<std::uint8_t, 26> letters = {65, 12, 23, 33, 100, 18, 16, 50, 57, 1, 6,  33, 20,
-                                                    57, 62, 15, 1,  50,  52, 75, 23, 8, 18, 2, 16, 1};
+  constexpr std::array<std::uint8_t, 26> letters = {65, 12, 23, 33, 100, 18, 16, 50, 57, 1,  6, 33, 20,
+                                                    57, 62, 15, 1,  50,  52, 75, 23, 8,  18, 2, 16, 1};
   if (byte == ' ') return 160;
   if (byte >= 0xC3) return byte == 0xC3 || byte == 0xE2 || byte >= 0xEE ? 20 : 200;
   if (byte >= 0x80) return 15;
@@ -41,8 +41,8 @@ std::string utf8Of(char32_t character) {
   return text;
 }
 
-// The bytes that may stand `index` places from the start of a form; nothing when they are too many, or when not
-// every form is that long.
+// The bytes that may stand `index` places from the start of a form; nothing when they are too many, or when
+// not every form is that long.
 std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t index) {
   ByteSet set;
   if (forms.empty()) return std::nullopt;
@@ -81,8 +81,8 @@ class Letters {
     return units_.substr(begin(first), end(last) - begin(first));
   }
 
-  // The forms of a letter, empty where they are not known for certain in this place. Finding them takes time, so
-  // of a query with very many letters only the first ones are known.
+  // The forms of a letter, empty where they are not known for certain in this place. Finding them takes time,
+  // so of a query with very many letters only the first ones are known.
   const LetterForms& forms(std::size_t index) {
     static const LetterForms unknown;
     const std::u32string_view letter = units(index, index);
@@ -141,7 +141,8 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
       const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
       if (!there) continue;
       filter.there_ = *there;
-      consider(filter, std::uint64_t{occurrences[letters.units(i, i + 1)]} * commonness(*here) * commonness(*there));
+      consider(filter,
+               std::uint64_t{occurrences[letters.units(i, i + 1)]} * commonness(*here) * commonness(*there));
     }
   }
   return best;
@@ -149,14 +150,15 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
 
 namespace {
 
-// Whether a byte is one of two that differ in a single bit, as the capital and the small letter of most alphabets
-// do: one comparison, once that bit is set.
+// Whether a byte is one of two that differ in a single bit, as the capital and the small letter of most
+// alphabets do: one comparison, once that bit is set.
 struct OneOfTwo {
   ByteBlock bit;
   ByteBlock byte;
 
   explicit OneOfTwo(const ByteSet& set)
-      : bit(ByteBlock::all(set.bytes()[0] ^ set.bytes()[1])), byte(ByteBlock::all(set.bytes()[0] | set.bytes()[1])) {}
+      : bit(ByteBlock::all(set.bytes()[0] ^ set.bytes()[1])),
+        byte(ByteBlock::all(set.bytes()[0] | set.bytes()[1])) {}
   static bool fits(const ByteSet& set) {
     return set.size() <= 2 && std::popcount(static_cast<unsigned>(set.bytes()[0] ^ set.bytes()[1])) <= 1;
   }
@@ -174,11 +176,11 @@ struct OneOfFour {
   }
 };
 
-// The first place from `at` on, and before `end`, where a byte of the first kind stands `distance` places before
-// one of the second. The body goes on for that distance behind `end`, and for a whole step from `at`.
+// The first place from `at` on, and before `end`, where a byte of the first kind stands `distance` places
+// before one of the second. The body goes on for that distance behind `end`, and for a whole step from `at`.
 template <typename Kind>
-std::size_t firstPair(const char* body, std::size_t at, std::size_t end, std::size_t distance, const Kind& here,
-                      const Kind& there) {
+std::size_t firstPair(const char* body, std::size_t at, std::size_t end, std::size_t distance,
+                      const Kind& here, const Kind& there) {
   constexpr std::size_t step = 4 * ByteBlock::size;
   const auto pairs = [&](std::size_t place) {
     return here.in(ByteBlock::load(body + place)) & there.in(ByteBlock::load(body + place + distance));
@@ -192,7 +194,8 @@ std::size_t firstPair(const char* body, std::size_t at, std::size_t end, std::si
     const ByteBlock fourth = pairs(place + 3 * ByteBlock::size);
     if (((first | second) | (third | fourth)).upperBits() != 0) {
       const std::uint64_t found = std::uint64_t{first.upperBits()} | std::uint64_t{second.upperBits()} << 16 |
-                                  std::uint64_t{third.upperBits()} << 32 | std::uint64_t{fourth.upperBits()} << 48;
+                                  std::uint64_t{third.upperBits()} << 32 |
+                                  std::uint64_t{fourth.upperBits()} << 48;
       const std::uint64_t unseen = found >> (at - place) << (at - place);
       if (unseen != 0) return place + static_cast<std::size_t>(std::countr_zero(unseen));
     }

@@ -7,8 +7,8 @@
 
 namespace halvane {
 
-/// How dotted and dotless i are taken: most languages take I and i for one letter; Turkish and Azerbaijani pair
-/// I with ı, and İ with i.
+/// How dotted and dotless i are taken: most languages take I and i for one letter; Turkish and Azerbaijani
+/// pair I with ı, and İ with i.
 enum class LetterI { oneLetter, dottedAndDotless };
 
 /// Whether what `character` folds to depends on the marks behind it, and not on itself alone.
@@ -16,8 +16,8 @@ inline bool dependsOnMarks(char32_t character, LetterI letterI) {
   return letterI == LetterI::dottedAndDotless && (character == U'I' || character == U'\u0130');
 }
 
-/// Folds a text segment by segment. A segment is a code point with those behind it that can't be parted from it
-/// (Folding::continues): marks are put into their order only within one.
+/// Folds a text segment by segment. A segment is a code point with those behind it that can't be parted from
+/// it (Folding::continues): marks are put into their order only within one.
 class SegmentFolder {
  public:
   struct Unit {
@@ -27,9 +27,9 @@ class SegmentFolder {
 
   explicit SegmentFolder(LetterI letterI) : letterI_(letterI) {}
 
-  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves behind it. A segment of more than
-  /// `most` units comes out as null, however long it is without taking more memory than these. The units are
-  /// valid until the next call.
+  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves behind it. A segment of more
+  /// than `most` units comes out as null, however long it is without taking more memory than these. The units
+  /// are valid until the next call.
   const std::vector<Unit>* fold(std::string_view text, std::size_t& position, std::size_t most);
 
  private:

@@ -28,7 +28,9 @@ std::int32_t icuLength(std::string_view text) {
   return static_cast<std::int32_t>(text.size());
 }
 
-icu::StringPiece piece(std::string_view text) { return {text.data(), icuLength(text)}; }
+icu::StringPiece piece(std::string_view text) {
+  return {text.data(), icuLength(text)};
+}
 
 const icu::Normalizer2& nfc() {
   UErrorCode status = U_ZERO_ERROR;
@@ -63,7 +65,8 @@ bool isInlineSpace(char32_t character) {
 bool isSpaceOrNewline(char32_t character) {
   if (character < 0x80) return character == ' ' || (character >= '\t' && character <= '\r');
   constexpr std::uint32_t separators = U_GC_ZS_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
-  return character == 0x85 || character == 0x200B || (U_MASK(u_charType(static_cast<UChar32>(character))) & separators) != 0;
+  return character == 0x85 || character == 0x200B ||
+         (U_MASK(u_charType(static_cast<UChar32>(character))) & separators) != 0;
 }
 
 struct Mark {
@@ -81,7 +84,9 @@ void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   marks.clear();
 }
 
-bool isAsciiByte(char byte) { return static_cast<signed char>(byte) >= 0; }
+bool isAsciiByte(char byte) {
+  return static_cast<signed char>(byte) >= 0;
+}
 
 // Whether a user-perceived character ends at `position`, inside the text, because ASCII stands on both sides.
 bool partsAscii(std::string_view text, std::size_t position) {
@@ -96,9 +101,13 @@ bool isAscii(std::string_view text) {
 
 }  // namespace
 
-std::string_view trimWhitespaces(std::string_view text) { return trim(text, isInlineSpace); }
+std::string_view trimWhitespaces(std::string_view text) {
+  return trim(text, isInlineSpace);
+}
 
-std::string_view trimWhitespacesAndNewlines(std::string_view text) { return trim(text, isSpaceOrNewline); }
+std::string_view trimWhitespacesAndNewlines(std::string_view text) {
+  return trim(text, isSpaceOrNewline);
+}
 
 bool isWhitespace(char32_t character) {
   if (character < 0x80) return isSpaceOrNewline(character);
@@ -113,7 +122,8 @@ bool isLetterOrMark(char32_t character) {
 std::string lowercased(std::string_view text) {
   std::string lower;
   if (isAscii(text)) {
-    for (const char byte : text) lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+    for (const char byte : text)
+      lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
     return lower;
   }
   icu::StringByteSink<std::string> sink(&lower, icuLength(text));
@@ -183,7 +193,9 @@ struct Characters::Iterator {
   ~Iterator() { utext_close(&text); }
 };
 
-Characters::Characters(std::string_view text) : text_(text) { icuLength(text); }
+Characters::Characters(std::string_view text) : text_(text) {
+  icuLength(text);
+}
 
 Characters::~Characters() = default;
 
@@ -212,18 +224,20 @@ std::size_t Characters::startOf(std::size_t position) {
 
 std::size_t Characters::back(std::size_t position, std::size_t count) {
   for (; count > 0 && position > 0; --count) {
-    position = position == 1 || partsAscii(text_, position - 1)
-                   ? position - 1
-                   : static_cast<std::size_t>(iterator().breaks->preceding(static_cast<std::int32_t>(position)));
+    position =
+        position == 1 || partsAscii(text_, position - 1)
+            ? position - 1
+            : static_cast<std::size_t>(iterator().breaks->preceding(static_cast<std::int32_t>(position)));
   }
   return position;
 }
 
 std::size_t Characters::forward(std::size_t position, std::size_t count) {
   for (; count > 0 && position < text_.size(); --count) {
-    position = position + 1 == text_.size() || partsAscii(text_, position + 1)
-                   ? position + 1
-                   : static_cast<std::size_t>(iterator().breaks->following(static_cast<std::int32_t>(position)));
+    position =
+        position + 1 == text_.size() || partsAscii(text_, position + 1)
+            ? position + 1
+            : static_cast<std::size_t>(iterator().breaks->following(static_cast<std::int32_t>(position)));
   }
   return position;
 }

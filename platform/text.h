@@ -10,11 +10,12 @@
 
 namespace halvane {
 
-// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. Memory that
-// ICU can't have becomes std::bad_alloc; so does a text of 2 GiB and more, which is beyond what ICU counts.
+// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. Memory
+// that ICU can't have becomes std::bad_alloc; so does a text of 2 GiB and more, which is beyond what ICU
+// counts.
 
-/// `text` without the white space at its ends that stands within a line: space separators, the tab and U+200B.
-/// A view of the same bytes.
+/// `text` without the white space at its ends that stands within a line: space separators, the tab and
+/// U+200B. A view of the same bytes.
 std::string_view trimWhitespaces(std::string_view text);
 
 /// The same for every white space: also line and paragraph separators, U+000A to U+000D and U+0085.

@@ -23,8 +23,8 @@ bool startsSegment(std::string_view text, std::size_t position) {
   return position == 0 || position == text.size() || !foldingOf(nextCodePoint(text, position)).continues;
 }
 
-// The start of a segment at which, or behind which, every match begins that has `units` units up to the byte at
-// `place`.
+// The start of a segment at which, or behind which, every match begins that has `units` units up to the byte
+// at `place`.
 std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t units) {
   const std::size_t reach = U8_MAX_LENGTH * units;  // a unit takes a code point at the most
   std::size_t start = place > reach ? startOfCodePoint(body, place - reach) : 0;
@@ -101,8 +101,8 @@ TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
 TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
 
-// Whether a match may have its seam (see SearchFilter) behind the byte at `place`. Compares what stands around it
-// as far as each code point is a segment of its own; `steps` counts the comparisons.
+// Whether a match may have its seam (see SearchFilter) behind the byte at `place`. Compares what stands
+// around it as far as each code point is a segment of its own; `steps` counts the comparisons.
 bool TextSearch::Query::mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const {
   return mayContinueAt(body, place + 1, steps) && mayEndAt(body, place + 1, steps);
 }

@@ -158,7 +158,8 @@ class ZoneRule {
   std::int32_t number() {
     std::size_t places = 0;
     std::int32_t value = 0;
-    for (; places < std::min<std::size_t>(rest_.size(), 3) && rest_[places] >= '0' && rest_[places] <= '9'; ++places) {
+    for (; places < std::min<std::size_t>(rest_.size(), 3) && rest_[places] >= '0' && rest_[places] <= '9';
+         ++places) {
       value = value * 10 + (rest_[places] - '0');
     }
     fits_ = fits_ && places > 0;
@@ -204,7 +205,8 @@ std::unique_ptr<icu::TimeZone> systemZone() {
     if (auto zone = namedZone(name->substr(0, name->find_first_of(" \t\n")))) return zone;
   }
   // A zone file ends with a line that holds its present rule (RFC 8536).
-  if (const auto file = readFile("/etc/localtime", {}, buffer, longestSetting); file && file->ends_with('\n')) {
+  if (const auto file = readFile("/etc/localtime", {}, buffer, longestSetting);
+      file && file->ends_with('\n')) {
     const std::string_view lines = file->substr(0, file->size() - 1);
     return ZoneRule(lines.substr(lines.rfind('\n') + 1)).zone();
   }
@@ -219,7 +221,8 @@ std::string userLocale() {
   const std::size_t end = std::min(name.find_first_of(".@"), name.size());
   const std::string plain = name.substr(0, end);
   const std::size_t at = name.find('@');
-  const std::string_view script = at == std::string::npos ? "" : scriptOf(std::string_view(name).substr(at + 1));
+  const std::string_view script =
+      at == std::string::npos ? "" : scriptOf(std::string_view(name).substr(at + 1));
   if (plain.empty() || plain == "C" || plain == "POSIX") return english;
 
   std::string identifier = plain;

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/json.h"
 #include "platform/free_memory.h"
+#include "platform/json.h"
 #include "platform/streams.h"
 #include "platform/utf8.h"
 #include "server/replies.h"

@@ -10,8 +10,8 @@
 namespace halvane {
 namespace {
 
-// What is left of a reply whose writing failed half-way. It goes out in front of the next one: otherwise the two
-// would be one torn line and both lost.
+// What is left of a reply whose writing failed half-way. It goes out in front of the next one: otherwise the
+// two would be one torn line and both lost.
 std::string unwritten;
 
 void writeLine(std::string line) {
@@ -34,7 +34,9 @@ void send(const char* name, JsonValue content, const JsonValue& id) {
 
 }  // namespace
 
-void sendResult(JsonValue result, const JsonValue& id) { send("result", std::move(result), id); }
+void sendResult(JsonValue result, const JsonValue& id) {
+  send("result", std::move(result), id);
+}
 
 void sendError(std::int64_t code, std::string message, const JsonValue& id) {
   JsonValue::Object error;

@@ -54,16 +54,19 @@ JsonValue definitionsOf(const std::vector<Tool>& tools) {
 
 const JsonValue toolDefinitions = definitionsOf({
     {"search_entries",
-     "Full-text search across all journal entries, optionally limited to one tag. Returns matching entries with "
+     "Full-text search across all journal entries, optionally limited to one tag. Returns matching entries "
+     "with "
      "date, tags, file path, and a snippet around the match.",
-     {{"query", "string", "Text to search for (case-insensitive). Empty with a tag lists that tag's entries.", true},
+     {{"query", "string", "Text to search for (case-insensitive). Empty with a tag lists that tag's entries.",
+       true},
       {"tag", "string", tagDescription, false},
       {"limit", "integer", "Maximum results, default 10", false}}},
     {"read_entry",
      "Read one full journal entry by its file path (as returned by search_entries or list_recent).",
      {{"path", "string", "Absolute path to the entry .md file", true}}},
     {"list_recent",
-     "List journal entries from the last N days with date, tags and first line, optionally limited to one tag.",
+     "List journal entries from the last N days with date, tags and first line, optionally limited to one "
+     "tag.",
      {{"days", "integer", "How many days back to look, default 7", false},
       {"tag", "string", tagDescription, false}}},
 });

@@ -4,8 +4,8 @@
 
 namespace halvane {
 
-/// The descriptions of the three tools, as the Model Context Protocol's "tools/list" returns them: an array of
-/// objects with a name, a description for the model that chooses among the tools, and a JSON Schema of the
+/// The descriptions of the three tools, as the Model Context Protocol's "tools/list" returns them: an array
+/// of objects with a name, a description for the model that chooses among the tools, and a JSON Schema of the
 /// arguments. The schema is advice to the client; nothing here enforces it.
 extern const JsonValue toolDefinitions;
 

@@ -19,13 +19,15 @@ std::string textArgument(const JsonValue& arguments, const char* name) {
 }
 
 // A number from 1 to `most`. What is no whole number takes the default, not the nearest whole one.
-std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::int64_t otherwise, std::int64_t most) {
+std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::int64_t otherwise,
+                            std::int64_t most) {
   const JsonValue* argument = arguments.find(name);
   const std::optional<std::int64_t> number = argument == nullptr ? std::nullopt : argument->wholeNumber();
   return std::clamp<std::int64_t>(number.value_or(otherwise), 1, most);
 }
 
-// The tag to filter by. One without a canonical form filters nothing: all entries are looked at, as without it.
+// The tag to filter by. One without a canonical form filters nothing: all entries are looked at, as without
+// it.
 std::optional<std::string> tagArgument(const JsonValue& arguments) {
   return Entry::normalizeTag(textArgument(arguments, "tag"));
 }

@@ -32,7 +32,8 @@ std::optional<FileUrl> confined(std::string_view path) {
   const std::string journal = standardisePath(journalRoot().path);
   const std::string candidate = standardisePath(makeAbsolute(expandTilde(path)));
   const std::optional<std::size_t> rest = restOf(candidate, journal);
-  if (!rest || !canonicallyEqual(repairUtf8(candidate.substr(0, *rest)), repairUtf8(journal))) return std::nullopt;
+  if (!rest || !canonicallyEqual(repairUtf8(candidate.substr(0, *rest)), repairUtf8(journal)))
+    return std::nullopt;
   return FileUrl{journal + candidate.substr(*rest)};
 }
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "journal/journal_store.h"
-#include "platform/user_locale.h"
 #include "platform/text.h"
 #include "platform/text_search.h"
+#include "platform/user_locale.h"
 #include "tools/date_style.h"
 
 namespace halvane {
