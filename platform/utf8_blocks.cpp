@@ -33,16 +33,16 @@ constexpr Table tableOf(Ways waysOf) {
   return table;
 }
 
-constexpr Table byUpperHalfBefore = tableOf([](unsigned half) {
-  if (half < 0x8) return tooLong | 0;
-  if (half < 0xC) return twoInARow | 0;
+constexpr Table byUpperHalfBefore = tableOf([](unsigned half) -> int {
+  if (half < 0x8) return tooLong;
+  if (half < 0xC) return twoInARow;
   if (half == 0xC) return tooShort | overlong2;
-  if (half == 0xD) return tooShort | 0;
+  if (half == 0xD) return tooShort;
   if (half == 0xE) return tooShort | overlong3 | surrogate;
   return tooShort | tooLarge | tooLarge8 | overlong4;
 });
 
-constexpr Table byLowerHalfBefore = tableOf([](unsigned half) {
+constexpr Table byLowerHalfBefore = tableOf([](unsigned half) -> int {
   constexpr int always = tooShort | tooLong | twoInARow;  // the lower half can't rule these out
   if (half == 0x0) return always | overlong3 | overlong2 | overlong4;
   if (half == 0x1) return always | overlong2;
@@ -52,12 +52,12 @@ constexpr Table byLowerHalfBefore = tableOf([](unsigned half) {
   return always | tooLarge | tooLarge8;
 });
 
-constexpr Table byUpperHalf = tableOf([](unsigned half) {
+constexpr Table byUpperHalf = tableOf([](unsigned half) -> int {
   constexpr int continuation = tooLong | overlong2 | twoInARow;
   if (half == 0x8) return continuation | overlong3 | tooLarge8 | overlong4;
   if (half == 0x9) return continuation | overlong3 | tooLarge;
   if (half == 0xA || half == 0xB) return continuation | surrogate | tooLarge;
-  return tooShort | 0;
+  return tooShort;
 });
 
 class Checker {
@@ -101,7 +101,7 @@ class Checker {
 
  private:
   // The greatest bytes that may stand last in the text: no lead byte whose continuations are still to come.
-  static constexpr Table lastLeads = tableOf([](unsigned place) {
+  static constexpr Table lastLeads = tableOf([](unsigned place) -> int {
     return place == 13 ? 0xF0 - 1 : place == 14 ? 0xE0 - 1 : place == 15 ? 0xC0 - 1 : 0xFF;
   });
 
