@@ -9,9 +9,10 @@
 namespace halvane {
 namespace {
 
-bool holdsCapitalI(std::string_view text, LetterI letterI) {
+bool holdsCapitalI(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
-    if (dependsOnMarks(nextCodePoint(text, at), letterI)) return true;
+    const char32_t character = nextCodePoint(text, at);
+    if (character == U'I' || character == U'İ') return true;
   }
   return false;
 }
@@ -47,7 +48,7 @@ const std::vector<SegmentFolder::Unit>* SegmentFolder::fold(std::string_view tex
   }
   if (units_.size() > enough) return nullptr;
   const std::string_view segment = text.substr(begin, position - begin);
-  if (turkic && holdsCapitalI(segment, letterI_)) {
+  if (turkic && holdsCapitalI(segment)) {
     units_.clear();
     const std::string small = smallTurkicI(segment);
     for (std::size_t at = 0; at < small.size();) append(small, at);

@@ -5,15 +5,23 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/folding.h"
+
 namespace halvane {
 
 /// How dotted and dotless i are taken: most languages take I and i for one letter; Turkish and Azerbaijani
 /// pair I with ı, and İ with i.
 enum class LetterI { oneLetter, dottedAndDotless };
 
-/// Whether what `character` folds to depends on the marks behind it, and not on itself alone.
-inline bool dependsOnMarks(char32_t character, LetterI letterI) {
-  return letterI == LetterI::dottedAndDotless && (character == U'I' || character == U'\u0130');
+inline constexpr Folding dotlessI{{U'ı'}, {}, 1, false};
+inline constexpr Folding dottedI{{U'i'}, {}, 1, false};
+
+/// What `character` folds to when it is a whole segment, without marks behind it; valid for the life of the
+/// program.
+inline const Folding& foldingAlone(char32_t character, LetterI letterI) {
+  if (letterI == LetterI::dottedAndDotless && character == U'I') return dotlessI;
+  if (letterI == LetterI::dottedAndDotless && character == U'İ') return dottedI;
+  return foldingOf(character);
 }
 
 /// Folds a text segment by segment. A segment is a code point with those behind it that can't be parted from

@@ -14,6 +14,8 @@
 namespace halvane {
 namespace {
 
+constexpr char32_t noUnit = 0xFFFFFFFF;  // what no text folds to
+
 std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
   while (position > 0 && U8_IS_TRAIL(text[position])) --position;
   return position;
@@ -41,44 +43,49 @@ struct TextSearch::Query {
   std::vector<std::size_t> fallBack;
   std::optional<SearchFilter> filter;
 
-  std::size_t advance(std::size_t matched, char32_t unit) const {
-    if (matched == units.size()) matched = fallBack[matched];
-    while (matched > 0 && units[matched] != unit) matched = fallBack[matched];
-    return units[matched] == unit ? matched + 1 : 0;
-  }
-
+  void makeFallBack();
   bool mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const;
   bool mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const;
   bool mayEndAt(std::string_view body, std::size_t at, std::size_t& steps) const;
+  const Folding* foldNext(std::string_view text, std::size_t& position) const;
   std::optional<TextMatch> find(std::string_view body, std::size_t from) const;
 };
 
 // The exact comparison of one body with a query, unit by unit.
 class TextSearch::Comparison {
  public:
-  explicit Comparison(const Query& query) : query_(query), origins_(query.units.size(), insideSegment) {}
+  static constexpr std::size_t insideSegment = std::string_view::npos;
 
-  // Compares the next unit, the first one of the segment at `origin`, or one further inside it.
+  // Looks at the units and the numbers behind them, which must outlive this. The units end with one that no
+  // text has: where all are matched, the next one differs.
+  Comparison(const std::u32string& units, const std::vector<std::size_t>& fallBack)
+      : units_(units.data()),
+        fallBack_(fallBack.data()),
+        count_(units.size() - 1),
+        origins_(count_, insideSegment) {}
+
+  // Takes the next unit of the body: the first one of the segment at `origin`, or one further inside it.
   void add(char32_t unit, std::size_t origin) {
-    matched_ = query_.advance(matched_, unit);
+    while (units_[matched_] != unit && matched_ > 0) matched_ = fallBack_[matched_];
+    if (units_[matched_] == unit) ++matched_;
     origins_[slot_] = origin;
-    if (++slot_ == origins_.size()) slot_ = 0;
+    if (++slot_ == count_) slot_ = 0;
   }
 
-  // The place of a segment that can't be part of any match.
+  // Passes over a segment that can't be part of any match.
   void skip() { matched_ = 0; }
 
   // Where the match begins that ends with the last unit; nothing when there is none, or when it would begin
   // inside a segment.
   std::optional<std::size_t> origin() const {
-    if (matched_ < origins_.size() || origins_[slot_] == insideSegment) return std::nullopt;
+    if (matched_ < count_ || origins_[slot_] == insideSegment) return std::nullopt;
     return origins_[slot_];
   }
 
-  static constexpr std::size_t insideSegment = std::string_view::npos;
-
  private:
-  const Query& query_;
+  const char32_t* units_;
+  const std::size_t* fallBack_;
+  std::size_t count_;
   std::size_t matched_ = 0;
   std::vector<std::size_t> origins_;  // of the last units, as many as the query has
   std::size_t slot_ = 0;              // of the oldest of them
@@ -90,16 +97,23 @@ TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::ma
   for (std::size_t at = 0; at < query.size();) {
     for (const SegmentFolder::Unit& unit : *folder.fold(query, at, SIZE_MAX)) query_->units += unit.character;
   }
-  query_->fallBack.assign(2, 0);
-  for (std::size_t i = 1; i < query_->units.size(); ++i) {
-    query_->fallBack.push_back(query_->advance(query_->fallBack[i], query_->units[i]));
-  }
   query_->filter = SearchFilter::forQuery(query_->units, letterI == LetterI::dottedAndDotless);
+  query_->units += noUnit;
+  query_->makeFallBack();
 }
 
 TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
 TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
+
+void TextSearch::Query::makeFallBack() {
+  fallBack.assign(2, 0);
+  for (std::size_t i = 1; i + 1 < units.size(); ++i) {
+    std::size_t shorter = fallBack[i];
+    while (shorter > 0 && units[shorter] != units[i]) shorter = fallBack[shorter];
+    fallBack.push_back(units[shorter] == units[i] ? shorter + 1 : 0);
+  }
+}
 
 // Whether a match may have its seam (see SearchFilter) behind the byte at `place`. Compares what stands
 // around it as far as each code point is a segment of its own; `steps` counts the comparisons.
@@ -109,13 +123,12 @@ bool TextSearch::Query::mayMatchAt(std::string_view body, std::size_t place, std
 
 // The part behind the seam.
 bool TextSearch::Query::mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const {
-  for (std::size_t wanted = filter->unitsBefore(); wanted < units.size();) {
+  for (std::size_t wanted = filter->unitsBefore(); units[wanted] != noUnit;) {
     if (at == body.size()) return false;
-    const char32_t character = nextCodePoint(body, at);
-    if (dependsOnMarks(character, letterI) || !startsSegment(body, at)) return true;
-    const Folding& folding = foldingOf(character);
+    const Folding& folding = foldingAlone(nextCodePoint(body, at), letterI);
+    if (!startsSegment(body, at)) return true;
     for (std::size_t i = 0; i < folding.count; ++i, ++wanted, ++steps) {
-      if (wanted == units.size() || foldedMark(folding.units[i]) != units[wanted]) return false;
+      if (foldedMark(folding.units[i]) != units[wanted]) return false;
     }
   }
   return true;
@@ -128,9 +141,8 @@ bool TextSearch::Query::mayEndAt(std::string_view body, std::size_t at, std::siz
     if (!startsSegment(body, at)) return true;
     at = startOfCodePoint(body, at - 1);
     std::size_t next = at;
-    const char32_t character = nextCodePoint(body, next);
-    const Folding& folding = foldingOf(character);
-    if (dependsOnMarks(character, letterI) || folding.continues) return true;
+    const Folding& folding = foldingAlone(nextCodePoint(body, next), letterI);
+    if (folding.continues) return true;
     for (std::size_t i = folding.count; i > 0; --i, --wanted, ++steps) {
       if (wanted == 0 || foldedMark(folding.units[i - 1]) != units[wanted - 1]) return false;
     }
@@ -138,36 +150,48 @@ bool TextSearch::Query::mayEndAt(std::string_view body, std::size_t at, std::siz
   return true;
 }
 
+// What the code point at `position` folds to alone; `position` moves behind it. Null at the end of the text.
+const Folding* TextSearch::Query::foldNext(std::string_view text, std::size_t& position) const {
+  return position == text.size() ? nullptr : &foldingAlone(nextCodePoint(text, position), letterI);
+}
+
 // The first match that begins at or after `from`, which must be the start of a segment: the exact search.
 std::optional<TextMatch> TextSearch::Query::find(std::string_view body, std::size_t from) const {
-  Comparison comparison(*this);
+  Comparison comparison(units, fallBack);
   SegmentFolder folder(letterI);
-  for (std::size_t at = from; at < body.size();) {
+  std::size_t at = from;  // where the segment begins
+  std::size_t next = at;  // behind its first code point
+  for (const Folding* folding = foldNext(body, next); folding != nullptr;) {
     std::size_t origin = at;
-    std::size_t next = at;
-    const char32_t character = nextCodePoint(body, next);
-    if (startsSegment(body, next) && !dependsOnMarks(character, letterI)) {
+    std::size_t afterNext = next;
+    const Folding* following = foldNext(body, afterNext);
+    if (following == nullptr || !following->continues) {
       // One code point is the whole segment, as nearly always: its folding is all that there is to it.
-      const Folding& folding = foldingOf(character);
-      for (std::size_t i = 0; i < folding.count; ++i) {
-        comparison.add(foldedMark(folding.units[i]), std::exchange(origin, Comparison::insideSegment));
+      for (std::size_t i = 0; i < folding->count; ++i) {
+        comparison.add(foldedMark(folding->units[i]), std::exchange(origin, Comparison::insideSegment));
       }
       at = next;
-    } else if (const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, units.size())) {
-      for (const SegmentFolder::Unit& unit : *segment) {
-        comparison.add(unit.character, std::exchange(origin, Comparison::insideSegment));
-      }
     } else {
-      comparison.skip();
+      if (const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, units.size() - 1)) {
+        for (const SegmentFolder::Unit& unit : *segment) {
+          comparison.add(unit.character, std::exchange(origin, Comparison::insideSegment));
+        }
+      } else {
+        comparison.skip();
+      }
+      afterNext = at;
+      following = foldNext(body, afterNext);
     }
     if (const std::optional<std::size_t> begin = comparison.origin()) return TextMatch{*begin, at};
+    folding = following;
+    next = afterNext;
   }
   return std::nullopt;
 }
 
 std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   const Query& query = *query_;
-  const std::size_t wanted = query.units.size();
+  const std::size_t wanted = query.units.size() - 1;
   if (wanted > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
   if (!query.filter) return query.find(body, 0);
 
