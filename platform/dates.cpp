@@ -22,9 +22,10 @@ class FixedForm {
 
   int number(std::size_t at, std::size_t places) {
     int value = 0;
-    for (const char digit : text_.substr(at, places)) {
-      if (digit < '0' || digit > '9') fits_ = false;
-      value = value * 10 + (digit - '0');
+    for (std::size_t end = at + places; at < end; ++at) {
+      const int digit = text_[at] - '0';
+      fits_ = fits_ && digit >= 0 && digit <= 9;
+      value = value * 10 + digit;
     }
     return value;
   }

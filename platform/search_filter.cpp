@@ -29,9 +29,26 @@ unsigned commonness(std::uint8_t byte) {
   return (byte & 0x20) != 0 ? letters[letter] : 3;
 }
 
+// Letters that like to stand together. A seam between two of them is found more often than each of them
+// promises.
+bool areOftenTogether(std::u32string_view letters) {
+  constexpr std::u32string_view pairs =
+      U"th he in er an re nd at on nt ha es st en ed to it ou ea hi is or ti as te et ng of al de se le sa "
+      U"si ar "
+      U"ve ra ld ur ch sc ei ie un ic qu ll ss ee ai me ne ro ma li la co om ca io el di";
+  if (letters.size() != 2) return false;
+  for (std::size_t i = 0; i < pairs.size(); i += 3) {
+    if (pairs.substr(i, 2) == letters) return true;
+  }
+  return false;
+}
+
 unsigned commonness(const ByteSet& set) {
   unsigned sum = 0;
-  for (std::size_t i = 0; i < set.size(); ++i) sum += commonness(set.bytes()[i]);
+  for (std::size_t i = 0; i < set.size(); ++i) {
+    const auto [bit, value] = set.pairs()[i];
+    sum += commonness(value) + (bit != 0 ? commonness(static_cast<std::uint8_t>(value ^ bit)) : 0);
+  }
   return sum;
 }
 
@@ -107,14 +124,70 @@ class Letters {
 
 bool ByteSet::add(std::uint8_t byte) {
   if (holds(byte)) return true;
+  for (std::size_t i = 0; i < size_; ++i) {
+    Pair& pair = pairs_[i];
+    const auto difference = static_cast<std::uint8_t>(pair.value ^ byte);
+    if (pair.bit != 0 || !std::has_single_bit(difference)) continue;
+    pair = {difference, static_cast<std::uint8_t>(pair.value | byte)};
+    return true;
+  }
   if (size_ == most) return false;
-  std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(size_++), bytes_.end(), byte);
+  pairs_[size_++] = {0, byte};
   return true;
 }
 
 bool ByteSet::holds(std::uint8_t byte) const {
-  return size_ > 0 && std::find(bytes_.begin(), bytes_.end(), byte) != bytes_.end();
+  return std::any_of(pairs_.begin(), pairs_.begin() + static_cast<std::ptrdiff_t>(size_),
+                     [byte](Pair pair) { return (byte | pair.bit) == pair.value; });
 }
+
+namespace {
+
+// A set, ready to be looked for in sixteen bytes at once.
+template <std::size_t count>
+class BlockSet {
+ public:
+  explicit BlockSet(const ByteSet& set) {
+    for (std::size_t i = 0; i < count; ++i) {
+      bits_[i] = ByteBlock::all(set.pairs()[i].bit);
+      values_[i] = ByteBlock::all(set.pairs()[i].value);
+    }
+  }
+  ByteBlock in(ByteBlock block) const {
+    ByteBlock found = (block | bits_[0]) == values_[0];
+    for (std::size_t i = 1; i < count; ++i) found = found | ((block | bits_[i]) == values_[i]);
+    return found;
+  }
+
+ private:
+  std::array<ByteBlock, count> bits_;
+  std::array<ByteBlock, count> values_;
+};
+
+constexpr std::size_t step = 4 * ByteBlock::size;
+
+// Goes on from `at` to the first step in which a byte of the first set stands `distance` places before one of
+// the second, and no further than `last`, the start of the last step. The places as bits, the first one
+// lowest; 0 when there are none.
+template <std::size_t hereCount, std::size_t thereCount>
+std::uint64_t findPairs(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
+                        const ByteSet& hereSet, const ByteSet& thereSet) {
+  const BlockSet<hereCount> here(hereSet);
+  const BlockSet<thereCount> there(thereSet);
+  for (; at <= last; at += step) {
+    ByteBlock pairs[4];
+    for (std::size_t i = 0; i < 4; ++i) {
+      const char* place = body + at + i * ByteBlock::size;
+      pairs[i] = here.in(ByteBlock::load(place)) & there.in(ByteBlock::load(place + distance));
+    }
+    if (((pairs[0] | pairs[1]) | (pairs[2] | pairs[3])).upperBits() == 0) continue;
+    return std::uint64_t{pairs[0].upperBits()} | std::uint64_t{pairs[1].upperBits()} << 16 |
+           std::uint64_t{pairs[2].upperBits()} << 32 | std::uint64_t{pairs[3].upperBits()} << 48;
+  }
+  return 0;
+}
+
+}  // namespace
 
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
   Letters letters(units, turkic);
@@ -137,89 +210,46 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     filter.here_ = filter.there_ = *here;
     consider(filter, std::uint64_t{1000} * commonness(*here));
     if (i + 1 == letters.count()) continue;
+    const std::u32string_view seam = letters.units(i, i + 1);
+    const std::uint64_t times = std::uint64_t{areOftenTogether(seam) ? 8U : 1U} * occurrences[seam];
     for (filter.distance_ = 1; filter.distance_ <= U8_MAX_LENGTH; ++filter.distance_) {
       const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
       if (!there) continue;
       filter.there_ = *there;
-      consider(filter,
-               std::uint64_t{occurrences[letters.units(i, i + 1)]} * commonness(*here) * commonness(*there));
+      consider(filter, times * commonness(*here) * commonness(*there));
     }
   }
   return best;
 }
 
-namespace {
-
-// Whether a byte is one of two that differ in a single bit, as the capital and the small letter of most
-// alphabets do: one comparison, once that bit is set.
-struct OneOfTwo {
-  ByteBlock bit;
-  ByteBlock byte;
-
-  explicit OneOfTwo(const ByteSet& set)
-      : bit(ByteBlock::all(set.bytes()[0] ^ set.bytes()[1])),
-        byte(ByteBlock::all(set.bytes()[0] | set.bytes()[1])) {}
-  static bool fits(const ByteSet& set) {
-    return set.size() <= 2 && std::popcount(static_cast<unsigned>(set.bytes()[0] ^ set.bytes()[1])) <= 1;
+std::size_t SearchFilter::Places::next() {
+  const std::size_t distance = filter_.distance_;
+  if (body_.size() < step + distance) return nextByByte();
+  const std::size_t end = body_.size() - distance;
+  const std::size_t last = end - step;
+  while (found_ == 0) {
+    if (at_ >= end) return std::string_view::npos;
+    const std::size_t unseen = at_;
+    const std::size_t begin = at_ = std::min(at_, last);  // the last step looks at some places again
+    const auto find = filter_.here_.size() == 1
+                          ? (filter_.there_.size() == 1 ? findPairs<1, 1> : findPairs<1, 2>)
+                          : (filter_.there_.size() == 1 ? findPairs<2, 1> : findPairs<2, 2>);
+    found_ = find(body_.data(), at_, last, distance, filter_.here_, filter_.there_);
+    if (at_ == begin) found_ = found_ >> (unseen - begin) << (unseen - begin);
+    if (found_ == 0) at_ = std::max(at_, begin + step);
   }
-  ByteBlock in(ByteBlock block) const { return (block | bit) == byte; }
-};
-
-struct OneOfFour {
-  ByteBlock bytes[ByteSet::most];
-
-  explicit OneOfFour(const ByteSet& set)
-      : bytes{ByteBlock::all(set.bytes()[0]), ByteBlock::all(set.bytes()[1]), ByteBlock::all(set.bytes()[2]),
-              ByteBlock::all(set.bytes()[3])} {}
-  ByteBlock in(ByteBlock block) const {
-    return (block == bytes[0]) | (block == bytes[1]) | (block == bytes[2]) | (block == bytes[3]);
-  }
-};
-
-// The first place from `at` on, and before `end`, where a byte of the first kind stands `distance` places
-// before one of the second. The body goes on for that distance behind `end`, and for a whole step from `at`.
-template <typename Kind>
-std::size_t firstPair(const char* body, std::size_t at, std::size_t end, std::size_t distance,
-                      const Kind& here, const Kind& there) {
-  constexpr std::size_t step = 4 * ByteBlock::size;
-  const auto pairs = [&](std::size_t place) {
-    return here.in(ByteBlock::load(body + place)) & there.in(ByteBlock::load(body + place + distance));
-  };
-  while (at < end) {
-    // The last step looks at some places again, rather than beyond the end.
-    const std::size_t place = std::min(at, end - step);
-    const ByteBlock first = pairs(place);
-    const ByteBlock second = pairs(place + ByteBlock::size);
-    const ByteBlock third = pairs(place + 2 * ByteBlock::size);
-    const ByteBlock fourth = pairs(place + 3 * ByteBlock::size);
-    if (((first | second) | (third | fourth)).upperBits() != 0) {
-      const std::uint64_t found = std::uint64_t{first.upperBits()} | std::uint64_t{second.upperBits()} << 16 |
-                                  std::uint64_t{third.upperBits()} << 32 |
-                                  std::uint64_t{fourth.upperBits()} << 48;
-      const std::uint64_t unseen = found >> (at - place) << (at - place);
-      if (unseen != 0) return place + static_cast<std::size_t>(std::countr_zero(unseen));
-    }
-    at = place + step;
-  }
-  return std::string_view::npos;
+  const std::size_t place = at_ + static_cast<std::size_t>(std::countr_zero(found_));
+  found_ &= found_ - 1;
+  if (found_ == 0) at_ += step;
+  return place;
 }
 
-}  // namespace
-
-std::size_t SearchFilter::next(std::string_view body, std::size_t from) const {
-  if (body.size() < from + distance_) return std::string_view::npos;
-  const std::size_t end = body.size() - distance_;
-  if (end < 4 * ByteBlock::size) return nextByByte(body, from, end);
-  if (OneOfTwo::fits(here_) && OneOfTwo::fits(there_)) {
-    return firstPair(body.data(), from, end, distance_, OneOfTwo(here_), OneOfTwo(there_));
-  }
-  return firstPair(body.data(), from, end, distance_, OneOfFour(here_), OneOfFour(there_));
-}
-
-std::size_t SearchFilter::nextByByte(std::string_view body, std::size_t from, std::size_t end) const {
-  for (std::size_t at = from; at < end; ++at) {
-    const auto byteAt = [body](std::size_t index) { return static_cast<std::uint8_t>(body[index]); };
-    if (here_.holds(byteAt(at)) && there_.holds(byteAt(at + distance_))) return at;
+// For a body that is shorter than a step.
+std::size_t SearchFilter::Places::nextByByte() {
+  const auto byteAt = [this](std::size_t index) { return static_cast<std::uint8_t>(body_[index]); };
+  for (; at_ + filter_.distance_ < body_.size(); ++at_) {
+    if (!filter_.here_.holds(byteAt(at_)) || !filter_.there_.holds(byteAt(at_ + filter_.distance_))) continue;
+    return at_++;
   }
   return std::string_view::npos;
 }

@@ -8,21 +8,26 @@
 
 namespace halvane {
 
-/// At most four byte values, any of which will do.
+/// A few byte values, any of which will do: at most two pairs that differ in a single bit, as the capital and
+/// the small letter of most alphabets do. One comparison tells both of a pair, once that bit is set.
 class ByteSet {
  public:
-  static constexpr std::size_t most = 4;
+  struct Pair {
+    std::uint8_t bit;    // in which the two differ; 0 when they are one
+    std::uint8_t value;  // the one that has the bit
+  };
+  static constexpr std::size_t most = 2;
 
   std::size_t size() const { return size_; }
-  /// The values; behind the last one it is repeated.
-  const std::array<std::uint8_t, most>& bytes() const { return bytes_; }
+  /// The pairs, the first `size()` of which count.
+  const std::array<Pair, most>& pairs() const { return pairs_; }
   /// False when there is no room for another value.
   [[nodiscard]] bool add(std::uint8_t byte);
   bool holds(std::uint8_t byte) const;
 
  private:
   std::size_t size_ = 0;
-  std::array<std::uint8_t, most> bytes_{};
+  std::array<Pair, most> pairs_{};
 };
 
 /// Finds the places in a body where a match of one query is possible at all, by looking at two of its bytes
@@ -39,20 +44,35 @@ class SearchFilter {
   /// place in it that would be safe to look for. `turkic` when dotted and dotless i are told apart.
   static std::optional<SearchFilter> forQuery(std::u32string_view units, bool turkic);
 
-  /// The first possible place at or after `from`: the seam lies behind the byte at the place that is
-  /// returned. std::string_view::npos when there is none.
-  std::size_t next(std::string_view body, std::size_t from) const;
-
   /// The units of the query in front of the seam.
   std::size_t unitsBefore() const { return unitsBefore_; }
 
- private:
-  std::size_t nextByByte(std::string_view body, std::size_t from, std::size_t end) const;
+  class Places;
 
+ private:
   ByteSet here_;   // the byte in front of the seam
   ByteSet there_;  // the byte `distance_` places behind that
   std::size_t distance_ = 0;
   std::size_t unitsBefore_ = 0;
+};
+
+/// The possible places in one body, one after the other.
+class SearchFilter::Places {
+ public:
+  /// By `filter`, in `body`; both must outlive this.
+  Places(const SearchFilter& filter, std::string_view body) : filter_(filter), body_(body) {}
+
+  /// The next possible place: the seam lies behind the byte there. std::string_view::npos when there are no
+  /// more.
+  std::size_t next();
+
+ private:
+  std::size_t nextByByte();
+
+  const SearchFilter& filter_;
+  std::string_view body_;
+  std::size_t at_ = 0;       // where the step begins that is being looked at
+  std::uint64_t found_ = 0;  // the places in it that were not yet handed out, as bits
 };
 
 }  // namespace halvane

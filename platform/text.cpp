@@ -47,8 +47,19 @@ char32_t previousCodePoint(std::string_view text, std::size_t& position) {
   return nextCodePoint(text, next);
 }
 
+bool isAsciiByte(char byte) {
+  return static_cast<signed char>(byte) >= 0;
+}
+
 template <typename InSet>
 std::string_view trim(std::string_view text, InSet inSet) {
+  const auto isAsciiSpace = [inSet](char byte) {
+    return isAsciiByte(byte) && inSet(static_cast<char32_t>(byte));
+  };
+  while (!text.empty() && isAsciiSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isAsciiSpace(text.back())) text.remove_suffix(1);
+  if (text.empty() || (isAsciiByte(text.front()) && isAsciiByte(text.back()))) return text;
+
   std::size_t begin = 0;
   for (std::size_t next = 0; next < text.size() && inSet(nextCodePoint(text, next));) begin = next;
   text.remove_prefix(begin);
@@ -82,10 +93,6 @@ void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   });
   for (const Mark& mark : marks) appendCodePoint(text, mark.character);
   marks.clear();
-}
-
-bool isAsciiByte(char byte) {
-  return static_cast<signed char>(byte) >= 0;
 }
 
 // Whether a user-perceived character ends at `position`, inside the text, because ASCII stands on both sides.

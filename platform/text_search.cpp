@@ -199,13 +199,13 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   // them one by one would never end. The exact search, which takes linear time, takes over in good time.
   const std::size_t enough = body.size() / 16;
   std::size_t steps = 0;
-  for (std::size_t place = 0;; ++place) {
-    place = query.filter->next(body, place);
-    if (place == std::string_view::npos) return std::nullopt;
+  SearchFilter::Places places(*query.filter, body);
+  for (std::size_t place = places.next(); place != std::string_view::npos; place = places.next()) {
     if (steps > enough || query.mayMatchAt(body, place, ++steps)) {
       return query.find(body, startOfWindow(body, place, query.filter->unitsBefore()));
     }
   }
+  return std::nullopt;
 }
 
 }  // namespace halvane
