@@ -191,7 +191,8 @@ std::uint64_t findPairs(const char* body, std::size_t& at, std::size_t last, std
 
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
   Letters letters(units, turkic);
-  // A seam that comes again and again in the query may do so in the body, where it would tell least.
+  // A seam that comes twice in the query comes thick in a body made of the query's own pieces, and then each
+  // place costs a long comparison. One that comes once is better, however common it is elsewhere.
   std::map<std::u32string_view, unsigned> occurrences;
   for (std::size_t i = 0; i + 1 < letters.count(); ++i) ++occurrences[letters.units(i, i + 1)];
 
@@ -211,7 +212,7 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     consider(filter, std::uint64_t{1000} * commonness(*here));
     if (i + 1 == letters.count()) continue;
     const std::u32string_view seam = letters.units(i, i + 1);
-    const std::uint64_t times = std::uint64_t{areOftenTogether(seam) ? 8U : 1U} * occurrences[seam];
+    const std::uint64_t times = (areOftenTogether(seam) ? 8U : 1U) * (occurrences[seam] > 1 ? 1000U : 1U);
     for (filter.distance_ = 1; filter.distance_ <= U8_MAX_LENGTH; ++filter.distance_) {
       const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
       if (!there) continue;

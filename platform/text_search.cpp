@@ -2,7 +2,7 @@
 
 #include <unicode/utf8.h>
 
-#include <cstdint>
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +15,10 @@ namespace halvane {
 namespace {
 
 constexpr char32_t noUnit = 0xFFFFFFFF;  // what no text folds to
+
+bool isAscii(char byte) {
+  return static_cast<signed char>(byte) >= 0;
+}
 
 std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
   while (position > 0 && U8_IS_TRAIL(text[position])) --position;
@@ -39,6 +43,7 @@ std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t 
 struct TextSearch::Query {
   LetterI letterI;
   std::u32string units;
+  std::array<char32_t, 0x80> asciiUnits;  // what each ASCII character folds to
   // For each number of units matched, how many still are when the next one differs (Knuth, Morris and Pratt).
   std::vector<std::size_t> fallBack;
   std::optional<SearchFilter> filter;
@@ -47,48 +52,7 @@ struct TextSearch::Query {
   bool mayMatchAt(std::string_view body, std::size_t place, std::size_t& steps) const;
   bool mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const;
   bool mayEndAt(std::string_view body, std::size_t at, std::size_t& steps) const;
-  const Folding* foldNext(std::string_view text, std::size_t& position) const;
   std::optional<TextMatch> find(std::string_view body, std::size_t from) const;
-};
-
-// The exact comparison of one body with a query, unit by unit.
-class TextSearch::Comparison {
- public:
-  static constexpr std::size_t insideSegment = std::string_view::npos;
-
-  // Looks at the units and the numbers behind them, which must outlive this. The units end with one that no
-  // text has: where all are matched, the next one differs.
-  Comparison(const std::u32string& units, const std::vector<std::size_t>& fallBack)
-      : units_(units.data()),
-        fallBack_(fallBack.data()),
-        count_(units.size() - 1),
-        origins_(count_, insideSegment) {}
-
-  // Takes the next unit of the body: the first one of the segment at `origin`, or one further inside it.
-  void add(char32_t unit, std::size_t origin) {
-    while (units_[matched_] != unit && matched_ > 0) matched_ = fallBack_[matched_];
-    if (units_[matched_] == unit) ++matched_;
-    origins_[slot_] = origin;
-    if (++slot_ == count_) slot_ = 0;
-  }
-
-  // Passes over a segment that can't be part of any match.
-  void skip() { matched_ = 0; }
-
-  // Where the match begins that ends with the last unit; nothing when there is none, or when it would begin
-  // inside a segment.
-  std::optional<std::size_t> origin() const {
-    if (matched_ < count_ || origins_[slot_] == insideSegment) return std::nullopt;
-    return origins_[slot_];
-  }
-
- private:
-  const char32_t* units_;
-  const std::size_t* fallBack_;
-  std::size_t count_;
-  std::size_t matched_ = 0;
-  std::vector<std::size_t> origins_;  // of the last units, as many as the query has
-  std::size_t slot_ = 0;              // of the oldest of them
 };
 
 TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::make_unique<Query>()) {
@@ -96,6 +60,9 @@ TextSearch::TextSearch(std::string_view query, LetterI letterI) : query_(std::ma
   SegmentFolder folder(letterI);
   for (std::size_t at = 0; at < query.size();) {
     for (const SegmentFolder::Unit& unit : *folder.fold(query, at, SIZE_MAX)) query_->units += unit.character;
+  }
+  for (char32_t character = 0; character < 0x80; ++character) {
+    query_->asciiUnits[character] = foldingAlone(character, letterI).units[0];
   }
   query_->filter = SearchFilter::forQuery(query_->units, letterI == LetterI::dottedAndDotless);
   query_->units += noUnit;
@@ -150,41 +117,43 @@ bool TextSearch::Query::mayEndAt(std::string_view body, std::size_t at, std::siz
   return true;
 }
 
-// What the code point at `position` folds to alone; `position` moves behind it. Null at the end of the text.
-const Folding* TextSearch::Query::foldNext(std::string_view text, std::size_t& position) const {
-  return position == text.size() ? nullptr : &foldingAlone(nextCodePoint(text, position), letterI);
-}
-
 // The first match that begins at or after `from`, which must be the start of a segment: the exact search.
 std::optional<TextMatch> TextSearch::Query::find(std::string_view body, std::size_t from) const {
-  Comparison comparison(units, fallBack);
+  constexpr std::size_t insideSegment = std::string_view::npos;
+  const std::size_t count = units.size() - 1;
+  std::vector<std::size_t> origins(count, insideSegment);  // where the last units begin, as many as there are
+  std::size_t oldest = 0;                                  // of them
+  std::size_t matched = 0;
+
+  // Takes the next unit of the body: the first one of the segment at `origin`, or one further inside it.
+  // Behind the query's units stands one that no text has, so where all are matched the next one differs.
+  const auto add = [&matched, &oldest, count, wanted = units.data(), back = fallBack.data(),
+                    ring = origins.data()](char32_t unit, std::size_t origin) {
+    while (wanted[matched] != unit && matched > 0) matched = back[matched];
+    if (wanted[matched] == unit) ++matched;
+    ring[oldest] = origin;
+    if (++oldest == count) oldest = 0;
+  };
+
   SegmentFolder folder(letterI);
-  std::size_t at = from;  // where the segment begins
-  std::size_t next = at;  // behind its first code point
-  for (const Folding* folding = foldNext(body, next); folding != nullptr;) {
+  for (std::size_t at = from; at < body.size();) {
     std::size_t origin = at;
-    std::size_t afterNext = next;
-    const Folding* following = foldNext(body, afterNext);
-    if (following == nullptr || !following->continues) {
+    std::size_t next = at;
+    if (isAscii(body[at]) && (at + 1 == body.size() || isAscii(body[at + 1]))) {
+      add(asciiUnits[static_cast<unsigned char>(body[at++])], origin);
+    } else if (const Folding& folding = foldingAlone(nextCodePoint(body, next), letterI);
+               startsSegment(body, next)) {
       // One code point is the whole segment, as nearly always: its folding is all that there is to it.
-      for (std::size_t i = 0; i < folding->count; ++i) {
-        comparison.add(foldedMark(folding->units[i]), std::exchange(origin, Comparison::insideSegment));
-      }
+      add(foldedMark(folding.units[0]), origin);
+      for (std::size_t i = 1; i < folding.count; ++i) add(foldedMark(folding.units[i]), insideSegment);
       at = next;
+    } else if (const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, count)) {
+      for (const SegmentFolder::Unit& unit : *segment)
+        add(unit.character, std::exchange(origin, insideSegment));
     } else {
-      if (const std::vector<SegmentFolder::Unit>* segment = folder.fold(body, at, units.size() - 1)) {
-        for (const SegmentFolder::Unit& unit : *segment) {
-          comparison.add(unit.character, std::exchange(origin, Comparison::insideSegment));
-        }
-      } else {
-        comparison.skip();
-      }
-      afterNext = at;
-      following = foldNext(body, afterNext);
+      matched = 0;  // too long to be part of a match
     }
-    if (const std::optional<std::size_t> begin = comparison.origin()) return TextMatch{*begin, at};
-    folding = following;
-    next = afterNext;
+    if (matched == count && origins[oldest] != insideSegment) return TextMatch{origins[oldest], at};
   }
   return std::nullopt;
 }

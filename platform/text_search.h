@@ -35,7 +35,7 @@ class TextSearch {
 
  private:
   struct Query;
-  class Comparison;
+
   std::unique_ptr<Query> query_;
 };
 
