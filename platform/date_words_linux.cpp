@@ -47,11 +47,11 @@ struct DateWords::Formatter {
 
 DateWords::DateWords() {
   const icu::Locale locale(userLocale().c_str());
+  icu::TimeZone::adoptDefault(userTimeZone().release());  // otherwise ICU goes and looks for one by itself
   UErrorCode status = U_ZERO_ERROR;
   formatter_ =
       std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(patternFor(locale), locale, status)});
   check(status);
-  formatter_->format.adoptTimeZone(userTimeZone().release());
 }
 
 DateWords::~DateWords() = default;

@@ -212,7 +212,8 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     consider(filter, std::uint64_t{1000} * commonness(*here));
     if (i + 1 == letters.count()) continue;
     const std::u32string_view seam = letters.units(i, i + 1);
-    const std::uint64_t times = (areOftenTogether(seam) ? 8U : 1U) * (occurrences[seam] > 1 ? 1000U : 1U);
+    const std::uint64_t times =
+        std::uint64_t{areOftenTogether(seam) ? 8U : 1U} * (occurrences[seam] > 1 ? 1000U : 1U);
     for (filter.distance_ = 1; filter.distance_ <= U8_MAX_LENGTH; ++filter.distance_) {
       const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
       if (!there) continue;

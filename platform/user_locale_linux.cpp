@@ -1,12 +1,15 @@
+#include <sys/stat.h>
+#include <unicode/calendar.h>
+#include <unicode/gregocal.h>
 #include <unicode/locid.h>
-#include <unicode/simpletz.h>
 #include <unicode/ures.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
+#include <chrono>
+#include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <new>
 #include <optional>
 #include <string_view>
@@ -76,141 +79,56 @@ bool isKnown(const icu::Locale& locale) {
   return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING && *locale.getLanguage() != '\0';
 }
 
-// The zone that ICU's own data hold under the name `id`, with its history; nothing when they don't know it.
-// Names that ICU would make up, such as GMT+3, are left to POSIX, where the sign is the other way round.
-std::unique_ptr<icu::TimeZone> namedZone(std::string_view id) {
-  for (const std::string_view variant : {"posix/", "right/"}) {
-    if (id.starts_with(variant)) id.remove_prefix(variant.size());
-  }
-  const auto name = icu::UnicodeString::fromUTF8({id.data(), static_cast<std::int32_t>(id.size())});
-  icu::UnicodeString canonical;
-  UBool isSystem = false;
-  UErrorCode status = U_ZERO_ERROR;
-  icu::TimeZone::getCanonicalID(name, canonical, isSystem, status);
-  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
-  if (U_FAILURE(status) || !isSystem) return nullptr;
-  return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(name));
-}
-
-// The part of a zone file's path behind the folder of all zones.
-std::unique_ptr<icu::TimeZone> zoneOfPath(std::string_view path) {
-  constexpr std::string_view folder = "zoneinfo/";
-  const std::size_t at = path.find(folder);
-  return at == std::string_view::npos ? nullptr : namedZone(path.substr(at + folder.size()));
-}
-
-// Reads a rule such as CET-1CEST,M3.5.0,M10.5.0/3 (POSIX, "TZ"), in which offsets count westwards.
-class ZoneRule {
+// The time zone as the C library has it: TZ with all that POSIX allows in it, otherwise the system's setting.
+// Its zone files are kept up to date with the system; the zones in ICU's own data are as old as ICU is.
+class SystemTimeZone : public icu::TimeZone {
  public:
-  explicit ZoneRule(std::string_view rule) : rest_(rule) {}
+  using icu::TimeZone::getOffset;
 
-  std::unique_ptr<icu::TimeZone> zone() {
-    if (!skipName()) return nullptr;
-    const std::int32_t standard = -time();
-    auto zone = std::make_unique<icu::SimpleTimeZone>(standard, icu::UnicodeString("local"));
-    if (fits_ && !rest_.empty()) readSaving(standard, *zone);
-    return fits_ ? std::move(zone) : nullptr;
+  void getOffset(UDate date, UBool local, std::int32_t& rawOffset, std::int32_t& savings,
+                 UErrorCode& /*status*/) const override {
+    savings = 0;
+    rawOffset = offsetAt(date);
+    if (local) rawOffset = offsetAt(date - rawOffset);
   }
+  std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
+                         std::uint8_t, std::int32_t milliseconds, UErrorCode& /*status*/) const override {
+    using namespace std::chrono;
+    const int astronomical = era == icu::GregorianCalendar::AD ? year : 1 - year;
+    const sys_days date = std::chrono::year(astronomical) /
+                          std::chrono::month(static_cast<unsigned>(month + 1)) /
+                          std::chrono::day(static_cast<unsigned>(day));
+    const auto moment = static_cast<UDate>(std::chrono::milliseconds(date.time_since_epoch()).count());
+    return offsetAt(moment + milliseconds - offsetAt(moment + milliseconds));
+  }
+  std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
+                         std::uint8_t dayOfWeek, std::int32_t milliseconds, std::int32_t /*monthLength*/,
+                         UErrorCode& status) const override {
+    return getOffset(era, year, month, day, dayOfWeek, milliseconds, status);
+  }
+  void setRawOffset(std::int32_t /*milliseconds*/) override {}
+  std::int32_t getRawOffset() const override { return offsetAt(icu::Calendar::getNow()); }
+  UBool useDaylightTime() const override { return false; }
+  UBool inDaylightTime(UDate /*date*/, UErrorCode& /*status*/) const override { return false; }
+  icu::TimeZone* clone() const override { return new SystemTimeZone(*this); }
+  static UClassID getStaticClassID() {
+    static char identity = 0;
+    return &identity;
+  }
+  UClassID getDynamicClassID() const override { return getStaticClassID(); }
 
  private:
-  static constexpr std::int32_t second = 1000;
-  static constexpr std::int32_t hour = 3600 * second;
-
-  void readSaving(std::int32_t standard, icu::SimpleTimeZone& zone) {
-    fits_ = skipName();
-    const std::int32_t saving = rest_.empty() || rest_[0] == ',' ? standard + hour : -time();
-    if (rest_.empty()) rest_ = ",M3.2.0,M11.1.0";  // what the C library takes where a rule names no days
-    UErrorCode status = U_ZERO_ERROR;
-    const Change start = change();
-    const Change end = change();
-    fits_ = fits_ && rest_.empty() && saving != standard;
-    if (!fits_) return;
-    zone.setDSTSavings(saving - standard, status);
-    zone.setStartRule(start.month, start.week, start.day, start.time, status);
-    zone.setEndRule(end.month, end.week, end.day, end.time, status);
-    fits_ = U_SUCCESS(status);
+  static std::int32_t offsetAt(UDate date) {
+    const auto moment = static_cast<std::time_t>(std::floor(date / 1000));
+    std::tm fields{};
+    return localtime_r(&moment, &fields) != nullptr ? static_cast<std::int32_t>(fields.tm_gmtoff) * 1000 : 0;
   }
-
-  struct Change {
-    std::int32_t month, week, day, time;
-  };
-
-  // ",Mm.w.d" and "/time" or two o'clock; the fifth week is the last one.
-  Change change() {
-    fits_ = skip(',') && skip('M') && fits_;
-    const std::int32_t month = number() - 1;
-    fits_ = skip('.') && fits_;
-    const std::int32_t week = number();
-    fits_ = skip('.') && fits_;
-    const std::int32_t day = number() + 1;
-    return {month, week == 5 ? -1 : week, day, skip('/') ? time() : 2 * hour};
-  }
-
-  std::int32_t time() {
-    const bool negative = skip('-');
-    if (!negative) skip('+');
-    std::int32_t milliseconds = number() * hour;
-    if (skip(':')) milliseconds += number() * 60 * second;
-    if (skip(':')) milliseconds += number() * second;
-    return negative ? -milliseconds : milliseconds;
-  }
-
-  std::int32_t number() {
-    std::size_t places = 0;
-    std::int32_t value = 0;
-    for (; places < std::min<std::size_t>(rest_.size(), 3) && rest_[places] >= '0' && rest_[places] <= '9';
-         ++places) {
-      value = value * 10 + (rest_[places] - '0');
-    }
-    fits_ = fits_ && places > 0;
-    rest_.remove_prefix(places);
-    return value;
-  }
-
-  bool skipName() {
-    std::size_t length = 0;
-    if (rest_.starts_with('<')) {
-      length = rest_.find('>') + 1;
-    } else {
-      while (length < rest_.size() && std::isalpha(static_cast<unsigned char>(rest_[length])) != 0) ++length;
-    }
-    rest_.remove_prefix(length);
-    return length >= 3;
-  }
-
-  bool skip(char expected) {
-    if (!rest_.starts_with(expected)) return false;
-    rest_.remove_prefix(1);
-    return true;
-  }
-
-  std::string_view rest_;
-  bool fits_ = true;
 };
 
-std::unique_ptr<icu::TimeZone> zoneNamedBy(std::string_view setting) {
-  if (setting.starts_with(':')) setting.remove_prefix(1);
-  if (auto zone = setting.starts_with('/') ? zoneOfPath(setting) : namedZone(setting)) return zone;
-  return ZoneRule(setting).zone();
-}
-
-std::unique_ptr<icu::TimeZone> systemZone() {
-  std::array<char, 4096> target;
-  const ssize_t size = readlink("/etc/localtime", target.data(), target.size());
-  if (size > 0) {
-    if (auto zone = zoneOfPath({target.data(), static_cast<std::size_t>(size)})) return zone;
-  }
-  ByteBuffer buffer;
-  if (const auto name = readFile("/etc/timezone", {}, buffer, longestSetting)) {
-    if (auto zone = namedZone(name->substr(0, name->find_first_of(" \t\n")))) return zone;
-  }
-  // A zone file ends with a line that holds its present rule (RFC 8536).
-  if (const auto file = readFile("/etc/localtime", {}, buffer, longestSetting);
-      file && file->ends_with('\n')) {
-    const std::string_view lines = file->substr(0, file->size() - 1);
-    return ZoneRule(lines.substr(lines.rfind('\n') + 1)).zone();
-  }
-  return nullptr;
+// The C library would wait for a pipe there.
+bool isSettingRegular() {
+  struct stat state;
+  return stat("/etc/localtime", &state) == 0 && S_ISREG(state.st_mode);
 }
 
 }  // namespace
@@ -241,9 +159,15 @@ bool userLocaleTellsDotlessI() {
 }
 
 std::unique_ptr<icu::TimeZone> userTimeZone() {
-  const char* setting = std::getenv("TZ");
-  std::unique_ptr<icu::TimeZone> zone = setting != nullptr ? zoneNamedBy(setting) : systemZone();
-  return zone ? std::move(zone) : std::unique_ptr<icu::TimeZone>(icu::TimeZone::getGMT()->clone());
+  std::unique_ptr<icu::TimeZone> zone;
+  if (std::getenv("TZ") == nullptr && !isSettingRegular()) {
+    zone.reset(icu::TimeZone::getGMT()->clone());
+  } else {
+    tzset();  // reads the settings again
+    zone = std::make_unique<SystemTimeZone>();
+  }
+  if (!zone) throw std::bad_alloc();  // ICU's classes have a new of their own, which answers with null
+  return zone;
 }
 
 }  // namespace halvane

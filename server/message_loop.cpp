@@ -24,6 +24,11 @@ namespace {
 constexpr const char* protocolVersion = "2025-06-18";
 constexpr std::int64_t methodNotFound = -32601;
 
+// What a tool may need besides the journal itself. ICU loads its data when they are first asked for, and
+// where memory fails it in the midst of that it remembers the failure for good; so a tool is not begun
+// without.
+constexpr std::size_t toolMemory = 2 << 20;
+
 // The object called `name` in `value`; an empty one when there is none.
 const JsonValue& objectIn(const JsonValue& value, const char* name) {
   static const JsonValue empty{JsonValue::Object()};
@@ -101,6 +106,7 @@ void handleLine(std::string_view line) {
   } else if (*method == "tools/list") {
     sendResult(object("tools", toolDefinitions), id);
   } else if (*method == "tools/call") {
+    requireMemory(toolMemory);
     sendResult(callToolWith(params), id);
     giveBackFreeMemory();
   } else if (given != nullptr) {
@@ -117,6 +123,7 @@ void serveMessages() {
       handleLine(*line);
     } catch (const std::bad_alloc&) {
       // This message goes unanswered; what it took is free again for the next one.
+      giveBackFreeMemory();
     }
   }
 }
