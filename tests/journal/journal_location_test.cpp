@@ -1,0 +1,145 @@
+#include "journal/journal_location.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "tests/support/current_folder.h"
+#include "tests/support/property_list.h"
+#include "tests/support/scoped_variable.h"
+#include "tests/support/special_file.h"
+#include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
+
+namespace halvane {
+namespace {
+
+std::string settingsFile(const TemporaryHome& home, std::string_view suite) {
+  return home.below(".config/" + std::string(suite) + ".plist");
+}
+
+TEST(JournalLocation, IsBelowTheDocumentsWhereNoSettingsNameIt) {
+  const TemporaryHome home;
+  EXPECT_EQ(journalRoot().path, home.below("Documents/Halvane"));
+}
+
+TEST(JournalLocation, IsNotLookedForOnTheDisk) {
+  const TemporaryHome home;
+  home.setJournalRoot(primarySuite, "/no/such/folder");
+  EXPECT_EQ(journalRoot().path, "/no/such/folder");
+}
+
+TEST(JournalLocation, IsWhatTheApplicationsSettingsSay) {
+  const TemporaryHome home;
+  home.setJournalRoot(primarySuite, "/journals/mine");
+  EXPECT_EQ(journalRoot().path, "/journals/mine");
+}
+
+TEST(JournalLocation, IsWhatTheEarlierSettingsSayWhereThePresentOnesSayNothing) {
+  const TemporaryHome home;
+  home.setJournalRoot(legacySuite, "/journals/old");
+  EXPECT_EQ(journalRoot().path, "/journals/old") << "no present settings";
+  writeFile(settingsFile(home, primarySuite), propertyListOfText("theme", "dark"));
+  EXPECT_EQ(journalRoot().path, "/journals/old") << "present settings without the key";
+}
+
+TEST(JournalLocation, IsWhatThePresentSettingsSayWhereBothSaySomething) {
+  const TemporaryHome home;
+  home.setJournalRoot(legacySuite, "/journals/old");
+  home.setJournalRoot(primarySuite, "/journals/new");
+  EXPECT_EQ(journalRoot().path, "/journals/new");
+}
+
+TEST(JournalLocation, PassesOverSettingsThatCannotBeRead) {
+  const TemporaryHome home;
+  home.setJournalRoot(legacySuite, "/journals/old");
+  writeFile(settingsFile(home, primarySuite), "garbage");
+  EXPECT_EQ(journalRoot().path, "/journals/old");
+  writeFile(settingsFile(home, legacySuite), "garbage");
+  EXPECT_EQ(journalRoot().path, home.below("Documents/Halvane"));
+}
+
+TEST(JournalLocation, PassesOverAPipeInPlaceOfSettings) {
+  const TemporaryHome home;
+  home.setJournalRoot(legacySuite, "/journals/old");
+  makeNamedPipe(settingsFile(home, primarySuite));
+  EXPECT_EQ(journalRoot().path, "/journals/old");
+}
+
+TEST(JournalLocation, PassesOverAValueThatIsNoText) {
+  const TemporaryHome home;
+  home.setJournalRoot(legacySuite, "/journals/old");
+  for (const char* value :
+       {"<true/>", "<integer>5</integer>", "<array><string>/journals/new</string></array>"}) {
+    writeFile(settingsFile(home, primarySuite), propertyListWith("journalRoot", value));
+    EXPECT_EQ(journalRoot().path, "/journals/old") << value;
+  }
+}
+
+TEST(JournalLocation, MayBeginWithATilde) {
+  const TemporaryHome home;
+  home.setJournalRoot(primarySuite, "~/Journal");
+  EXPECT_EQ(journalRoot().path, home.below("Journal"));
+  home.setJournalRoot(primarySuite, "~");
+  EXPECT_EQ(journalRoot().path, home.path());
+}
+
+TEST(JournalLocation, OfTheEmptyTextIsTheCurrentDirectory) {
+  const TemporaryHome home;
+  makeFolder(home.below("here"));
+  home.setJournalRoot(primarySuite, "");
+  const CurrentFolder current(home.below("here"));
+  EXPECT_EQ(journalRoot().path, home.below("here"));
+}
+
+TEST(JournalLocation, OfARelativePathLiesBelowTheCurrentDirectory) {
+  const TemporaryHome home;
+  makeFolder(home.below("here"));
+  home.setJournalRoot(primarySuite, "journal/mine");
+  const CurrentFolder current(home.below("here"));
+  EXPECT_EQ(journalRoot().path, home.below("here/journal/mine"));
+}
+
+TEST(JournalLocation, IsTakenAsItIsStored) {
+  const TemporaryHome home;
+  makeFolder(home.below("here"));
+  const CurrentFolder current(home.below("here"));
+  home.setJournalRoot(primarySuite, "  /journals/mine  ");
+  EXPECT_EQ(journalRoot().path, home.below("here/  /journals/mine  ")) << "blanks are part of the path";
+  home.setJournalRoot(primarySuite, "/journals/../x/./mine/");
+  EXPECT_EQ(journalRoot().path, "/journals/../x/./mine/") << "not standardised";
+  makeLink(home.below("link"), home.below("here"));
+  home.setJournalRoot(primarySuite, home.below("link"));
+  EXPECT_EQ(journalRoot().path, home.below("link")) << "links are not resolved";
+}
+
+TEST(JournalLocation, ChangesShowAtOnce) {
+  const TemporaryHome home;
+  EXPECT_EQ(journalRoot().path, home.below("Documents/Halvane"));
+  home.setJournalRoot(primarySuite, "/journals/a");
+  EXPECT_EQ(journalRoot().path, "/journals/a");
+  home.setJournalRoot(primarySuite, "/journals/b");
+  EXPECT_EQ(journalRoot().path, "/journals/b");
+}
+
+TEST(JournalLocation, SettingsLieWhereTheUserKeepsThem) {
+  const TemporaryHome home;
+  home.setJournalRoot(primarySuite, "/journals/of-home");
+  writeFile(home.below("settings/" + std::string(primarySuite) + ".plist"),
+            propertyListOfText("journalRoot", "/journals/of-settings"));
+  const ScopedVariable folder("XDG_CONFIG_HOME", home.below("settings"));
+  EXPECT_EQ(journalRoot().path, "/journals/of-settings");
+}
+
+TEST(AppDefaults, OfAnApplicationAreReadByItsName) {
+  const TemporaryHome home;
+  home.setJournalRoot("org.example.a", "/journals/a");
+  home.setJournalRoot("org.example.b", "/journals/b");
+  EXPECT_EQ(appDefaults("org.example.a").value().string("journalRoot"), "/journals/a");
+  EXPECT_EQ(appDefaults("org.example.b").value().string("journalRoot"), "/journals/b");
+  EXPECT_FALSE(appDefaults("org.example.c"));
+}
+
+}  // namespace
+}  // namespace halvane

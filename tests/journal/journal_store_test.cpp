@@ -1,0 +1,224 @@
+#include "journal/journal_store.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/support/child_process.h"
+#include "tests/support/deep_folder.h"
+#include "tests/support/entry_file.h"
+#include "tests/support/special_file.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
+
+namespace halvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+void writeEntry(const TemporaryHome& home, std::string_view name,
+                const std::string& date = "2025-11-03T09:14:00Z") {
+  home.write(name, EntryFile{.date = date, .body = std::string(name)}.text());
+}
+
+// The entries' paths below the journal folder.
+Names namesOf(const std::vector<Entry>& entries, const TemporaryHome& home) {
+  Names names;
+  for (const Entry& entry : entries) names.push_back(entry.url.path.substr(home.journal().size() + 1));
+  return names;
+}
+
+Names loaded(const TemporaryHome& home) {
+  return namesOf(loadEntries(), home);
+}
+
+TEST(JournalStore, OfAnEmptyOrMissingOrUnreadableFolderIsEmpty) {
+  const TemporaryHome home;
+  EXPECT_EQ(loadEntries(), std::vector<Entry>{}) << "missing";
+  makeFolder(home.journal());
+  EXPECT_EQ(loadEntries(), std::vector<Entry>{}) << "empty";
+  home.setJournalRoot(primarySuite, home.below("file"));
+  writeFile(home.below("file"), EntryFile{}.text());
+  EXPECT_EQ(loadEntries(), std::vector<Entry>{}) << "no folder";
+}
+
+TEST(JournalStore, OfAFolderThatTheUserMayNotReadIsEmpty) {
+  const TemporaryHome home;
+  writeEntry(home, "a.md");
+  ASSERT_EQ(chmod(home.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(home.journal().c_str(), 0), 0);
+  EXPECT_EQ(inChildProcess([] {
+              becomeOrdinaryUser();
+              return std::to_string(loadEntries().size());
+            }),
+            "0");
+  ASSERT_EQ(chmod(home.journal().c_str(), 0700), 0);
+}
+
+TEST(JournalStore, HoldsTheNewestEntriesFirst) {
+  const TemporaryHome home;
+  writeEntry(home, "a.md", "2025-11-01T12:00:00Z");
+  writeEntry(home, "b.md", "2025-11-03T12:00:00Z");
+  writeEntry(home, "c/d.md", "2025-11-02T12:00:00Z");
+  writeEntry(home, "e.md", "1999-01-01T00:00:00Z");
+  writeEntry(home, "f.md", "2099-01-01T00:00:00Z");
+  EXPECT_EQ(loaded(home), (Names{"f.md", "b.md", "c/d.md", "a.md", "e.md"}));
+}
+
+TEST(JournalStore, ComparesMomentsAndNotTheirSpelling) {
+  const TemporaryHome home;
+  writeEntry(home, "a.md", "2025-11-03T09:00:00+09:00");
+  writeEntry(home, "b.md", "2025-11-03T01:00:00Z");
+  writeEntry(home, "c.md", "2025-11-02T23:00:00-05:00");
+  EXPECT_EQ(loaded(home), (Names{"c.md", "b.md", "a.md"}));
+}
+
+TEST(JournalStore, KeepsEntriesWithEqualDatesInTheOrderOfTheWalk) {
+  const TemporaryHome home;
+  writeEntry(home, "a/b/c.md");
+  writeEntry(home, "a-b/c.md");
+  writeEntry(home, "a/z.md");
+  writeEntry(home, "é.md");
+  writeEntry(home, "z.md");
+  writeEntry(home, "B.md");
+  writeEntry(home, "later.md", "2025-11-03T09:14:01Z");
+  writeEntry(home, "earlier.md", "2025-11-03T09:13:59Z");
+  EXPECT_EQ(loaded(home),
+            (Names{"later.md", "B.md", "z.md", "é.md", "a/z.md", "a/b/c.md", "a-b/c.md", "earlier.md"}));
+}
+
+TEST(JournalStore, TakesFilesWithTheExtensionMdOnly) {
+  const TemporaryHome home;
+  for (const char* name : {"a.md", "b.MD", "c.Md", "d.markdown", "e", "f.txt", "g.md.bak", ".md"})
+    writeEntry(home, name);
+  EXPECT_EQ(loaded(home), (Names{"a.md"}));
+}
+
+TEST(JournalStore, LeavesOutHiddenFilesAndWhatHiddenFoldersHold) {
+  const TemporaryHome home;
+  for (const char* name : {".notes.md", ".hidden/a.md", ".hidden/deep/b.md", "2025/.c.md", "2025/d.md"})
+    writeEntry(home, name);
+  EXPECT_EQ(loaded(home), (Names{"2025/d.md"}));
+}
+
+TEST(JournalStore, TakesFilesAtAnyDepth) {
+  const TemporaryHome home;
+  writeEntry(home, "top.md", "2025-11-04T00:00:00Z");
+  writeEntry(home, "2025/11/03.md", "2025-11-03T00:00:00Z");
+  writeEntry(home, "a/b/c/d/e/f/g/h.md", "2025-11-02T00:00:00Z");
+  writeEntry(home, "Notes.app/Contents/i.md", "2025-11-01T00:00:00Z");
+  writeEntry(home, "folder.md/j.md", "2025-10-31T00:00:00Z");
+  EXPECT_EQ(loaded(home), (Names{"top.md", "2025/11/03.md", "a/b/c/d/e/f/g/h.md", "Notes.app/Contents/i.md",
+                                 "folder.md/j.md"}));
+}
+
+TEST(JournalStore, TakesFilesDeeperThanThePathsThatTheSystemTakes) {
+  const TemporaryHome home;
+  makeFolder(home.journal());
+  const std::string path = writeFileDeepBelow(home.journal(), std::string(200, 'd'), 50, "deep.md",
+                                              EntryFile{.body = "deep"}.text());
+  const std::vector<Entry> entries = loadEntries();
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].url.path, path);
+  EXPECT_EQ(entries[0].body, "deep");
+}
+
+TEST(JournalStore, LeavesOutWhatIsNoEntryAndKeepsTheOthers) {
+  const TemporaryHome home;
+  writeEntry(home, "a.md");
+  home.write("b.md", "no entry");
+  home.write("c.md", "");
+  home.write("d.md", "---\n---\n");
+  home.write("e.md", EntryFile{.body = "\xFF"}.text());
+  home.write("f.md", EntryFile{.date = "yesterday"}.text());
+  makeNamedPipe(home.journal() + "/g.md");
+  makeFolder(home.journal() + "/h.md");
+  makeLink(home.journal() + "/i.md", home.journal() + "/missing");
+  writeEntry(home, "z.md");
+  EXPECT_EQ(loaded(home), (Names{"a.md", "z.md"}));
+}
+
+TEST(JournalStore, ReadsLinksToFilesAndEntersNoLinksToFolders) {
+  const TemporaryHome home;
+  writeFile(home.below("elsewhere/outside.md"), EntryFile{.body = "outside"}.text());
+  writeEntry(home, "a.md");
+  makeLink(home.journal() + "/folder", home.below("elsewhere"));
+  makeLink(home.journal() + "/link.md", home.below("elsewhere/outside.md"));
+  makeLink(home.journal() + "/loop", home.journal());
+  EXPECT_EQ(loaded(home), (Names{"a.md", "link.md"}));
+}
+
+TEST(JournalStore, MayBeALinkToAFolder) {
+  const TemporaryHome home;
+  writeFile(home.below("elsewhere/a.md"), EntryFile{}.text());
+  makeLink(home.journal(), home.below("elsewhere"));
+  EXPECT_EQ(loaded(home), (Names{"a.md"}));
+}
+
+TEST(JournalStore, NamesItsFilesBelowTheFolderAsTheSettingsSpellIt) {
+  const TemporaryHome home;
+  writeFile(home.below("j/a.md"), EntryFile{}.text());
+  home.setJournalRoot(primarySuite, "~/j/../j/");
+  ASSERT_EQ(loadEntries().size(), 1U);
+  EXPECT_EQ(loadEntries()[0].url.path, home.below("j/../j/a.md"));
+}
+
+TEST(JournalStore, SeesEveryChangeAtOnce) {
+  const TemporaryHome home;
+  writeEntry(home, "a.md");
+  EXPECT_EQ(loaded(home), (Names{"a.md"}));
+  writeEntry(home, "b.md");
+  EXPECT_EQ(loaded(home), (Names{"a.md", "b.md"}));
+  home.write("a.md", "no entry any more");
+  EXPECT_EQ(loaded(home), (Names{"b.md"}));
+  writeFile(home.below("other/c.md"), EntryFile{.body = "other"}.text());
+  home.setJournalRoot(primarySuite, "~/other");
+  ASSERT_EQ(loadEntries().size(), 1U);
+  EXPECT_EQ(loadEntries()[0].body, "other");
+}
+
+std::string twoDigits(int number) {
+  return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+TEST(JournalStore, KeepsTheNewestOfThoseThatPassATest) {
+  const TemporaryHome home;
+  // The walk meets them neither in the order of their dates nor against it.
+  for (int i = 0; i < 60; ++i) {
+    writeEntry(home, twoDigits(i * 7 % 60) + ".md", "2025-11-03T09:" + twoDigits(i) + ":00Z");
+  }
+  const auto newest = [&](std::size_t count, const std::function<bool(const EntryText&)>& keep) {
+    return namesOf(loadEntries(keep, count), home);
+  };
+  const auto any = [](const EntryText&) { return true; };
+  const auto even = [](const EntryText& entry) { return std::stoi(std::string(entry.body)) % 2 == 0; };
+  EXPECT_EQ(newest(1, any), (Names{"53.md"}));
+  EXPECT_EQ(newest(3, any), (Names{"53.md", "46.md", "39.md"}));
+  EXPECT_EQ(newest(3, even), (Names{"46.md", "32.md", "18.md"}));
+  EXPECT_EQ(newest(0, any), Names{});
+  EXPECT_EQ(newest(1000, any).size(), 60U);
+  EXPECT_EQ(newest(SIZE_MAX, even).size(), 30U);
+  EXPECT_EQ(newest(5, [](const EntryText&) { return false; }), Names{});
+}
+
+TEST(JournalStore, KeepsTheFirstOfEqualDatesWhenThereAreMoreThanWanted) {
+  const TemporaryHome home;
+  for (int i = 0; i < 30; ++i) writeEntry(home, twoDigits(i) + ".md");
+  EXPECT_EQ(namesOf(loadEntries([](const EntryText&) { return true; }, 4), home),
+            (Names{"00.md", "01.md", "02.md", "03.md"}));
+}
+
+TEST(JournalStore, TestsEveryEntry) {
+  const TemporaryHome home;
+  for (int i = 0; i < 10; ++i) writeEntry(home, twoDigits(i) + ".md");
+  int tested = 0;
+  loadEntries([&](const EntryText&) { return ++tested > 0; }, 1);
+  EXPECT_EQ(tested, 10);
+}
+
+}  // namespace
+}  // namespace halvane

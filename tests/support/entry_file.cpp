@@ -1,0 +1,18 @@
+#include "tests/support/entry_file.h"
+
+namespace halvane {
+namespace {
+
+std::string line(const std::string& key, const std::optional<std::string>& value) {
+  return value ? key + ": " + *value + "\n" : "";
+}
+
+}  // namespace
+
+std::string EntryFile::text() const {
+  return "---\n" + line("date", date) + line("duration_seconds", durationSeconds) + line("cleaned", cleaned) +
+         line("edited", edited) + line("cleanup_model", cleanupModel) + line("language", language) +
+         line("tags", tags) + "---\n" + body;
+}
+
+}  // namespace halvane
