@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace halvane {
+
+/// What to put into a server's environment so that its real clock stands still at `seconds` since 1970.
+std::vector<std::string> clockAt(std::int64_t seconds);
+
+/// The seconds since 1970 of `moment`, such as 2025-11-10T10:00:00Z.
+std::int64_t secondsOf(std::string_view moment);
+
+/// The moment `seconds` after the start of 1970, such as 2025-11-10T10:00:00Z.
+std::string momentOf(std::int64_t seconds);
+
+}  // namespace halvane

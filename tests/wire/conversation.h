@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace halvane {
+
+/// A conversation as one of the files in tests/wire/conversations tells it, line by line:
+///
+///     # words for the reader
+///     file: Documents/Halvane/a.md     a file below the home directory, with the lines that follow as its
+///     | ---                            content: each line behind "| ", each ended by a line feed
+///     copy: examples                   a folder of this project whose content the home directory starts with
+///     env: LC_ALL=de_DE.UTF-8          a variable of the server's environment, which else has HOME and PATH
+///     home: Zoë's home                 what the home directory is called
+///     folder: Documents                the server's current folder, below the home directory
+///     clock: 2025-11-10T10:00:00Z      the time at which the server's clock stands still
+///     > {"method":"ping"}              a line that the client sends
+///     < {"jsonrpc":"2.0", ...}         a line that the server answers with
+///
+/// $HOME stands for the home directory everywhere but in these names.
+struct Conversation {
+  struct Turn {
+    bool sent;  // by the client
+    std::string line;
+    int lineNumber;
+  };
+
+  std::vector<std::pair<std::string, std::string>> files;  // their names and contents
+  std::string copied;                                      // empty when nothing is
+  std::vector<std::string> variables;
+  std::string home = "home";
+  std::string folder;
+  std::string clock;  // empty when it goes as it should
+  std::vector<Turn> turns;
+};
+
+/// Reads the file at `path`. Throws when a line of it is none of the above.
+Conversation readConversation(const std::string& path);
+
+/// `text` with `home` in place of $HOME.
+std::string withHome(std::string_view text, std::string_view home);
+
+}  // namespace halvane

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <boost/json.hpp>
+
+#include "tests/support/entry_file.h"
+#include "tests/support/temporary_home.h"
+#include "tests/support/test_vectors.h"
+#include "tests/wire/clock.h"
+#include "tests/wire/messages.h"
+#include "tests/wire/server_process.h"
+
+// The user's locale and time zone, as the environment names them, make the words for a date.
+
+namespace halvane {
+namespace {
+
+// The words for `seconds` since 1970 that a server with such an environment shows.
+std::string dateWith(const std::vector<std::string>& variables,
+                     std::int64_t seconds = secondsOf("2025-11-03T09:14:00Z")) {
+  const TemporaryHome home;
+  const std::string path = home.write("a.md", EntryFile{.date = momentOf(seconds)}.text());
+  ServerProcess server({.home = home.path(), .variables = variables});
+  const std::string text = askTool(server, "read_entry", "{\"path\":" + jsonString(path) + "}");
+  EXPECT_EQ(server.finish(), quietEnding);
+  constexpr std::size_t before = std::string_view("Date: ").size();
+  return text.substr(before, text.find('\n') - before);
+}
+
+TEST(Locale, MakesTheWordsThatThePlatformMakes) {
+  for (const boost::json::object& line : vectorsIn("dates.jsonl")) {
+    const std::string locale = "LC_ALL=" + textOf(line, "locale") + ".UTF-8";
+    const std::string zone = "TZ=" + textOf(line, "zone");
+    EXPECT_EQ(dateWith({locale, zone}, line.at("seconds").as_int64()), textOf(line, "text"))
+        << locale << " " << zone;
+  }
+}
+
+struct Case {
+  std::vector<std::string> variables;
+  const char* date;
+};
+
+TEST(Locale, ComesFromTheStrongestVariableThatIsSet) {
+  const std::vector<Case> cases = {
+      {{"LC_ALL=de_DE.UTF-8", "LC_TIME=fr_FR.UTF-8", "LANG=ja_JP.UTF-8"}, "3. Nov. 2025, 9:14"},
+      {{"LC_TIME=fr_FR.UTF-8", "LANG=ja_JP.UTF-8"}, "3 nov. 2025 à 9:14"},
+      {{"LANG=ja_JP.UTF-8"}, "2025年11月3日 9:14"},
+      {{"LC_ALL=", "LC_TIME=", "LANG=tr_TR.UTF-8"}, "3 Kas 2025 9:14"},
+      {{"LC_ALL=", "LC_TIME=de_DE.UTF-8"}, "3. Nov. 2025, 9:14"},
+      // Those that say nothing about dates
+      {{"LANG=fr_FR.UTF-8", "LANGUAGE=de:ja", "LC_MESSAGES=de_DE.UTF-8", "LC_CTYPE=de_DE.UTF-8"},
+       "3 nov. 2025 à 9:14"},
+  };
+  for (const Case& one : cases) {
+    std::vector<std::string> variables = one.variables;
+    variables.push_back("TZ=UTC");
+    EXPECT_EQ(dateWith(variables), one.date) << testing::PrintToString(one.variables);
+  }
+}
+
+TEST(Locale, IsNamedAsPosixNamesIt) {
+  const std::vector<Case> cases = {
+      {{"LC_ALL=de_DE"}, "3. Nov. 2025, 9:14"},           {{"LC_ALL=de"}, "3. Nov. 2025, 9:14"},
+      {{"LC_ALL=de_DE@euro"}, "3. Nov. 2025, 9:14"},      {{"LC_ALL=de_DE.ISO-8859-1"}, "3. Nov. 2025, 9:14"},
+      {{"LC_ALL=de_DE.utf8@euro"}, "3. Nov. 2025, 9:14"}, {{"LC_ALL=en_AU.UTF-8"}, "3 Nov 2025 at 9:14 am"},
+  };
+  for (const Case& one : cases) {
+    EXPECT_EQ(dateWith({one.variables[0], "TZ=UTC"}), one.date) << one.variables[0];
+  }
+}
+
+TEST(Locale, IsAmericanEnglishWithoutACountryOfItsOwn) {
+  for (const char* locale : {"C", "POSIX", "C.UTF-8", "C.utf8", "xx_YY.UTF-8", "nonsense", "deutsch",
+                             ".UTF-8", "_DE", "@euro", "../../etc/passwd", "\xFF\xFE"}) {
+    EXPECT_EQ(dateWith({std::string("LC_ALL=") + locale, "TZ=UTC"}), "Nov 3, 2025 at 9:14 AM") << locale;
+  }
+}
+
+TEST(TimeZone, IsNamedAsPosixNamesIt) {
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"UTC", "Nov 3, 2025 at 9:14 AM"},
+      {"America/New_York", "Nov 3, 2025 at 4:14 AM"},
+      {":America/New_York", "Nov 3, 2025 at 4:14 AM"},
+      {"Asia/Kathmandu", "Nov 3, 2025 at 2:59 PM"},
+      {"/usr/share/zoneinfo/Asia/Tokyo", "Nov 3, 2025 at 6:14 PM"},
+      // A rule says how far it is to Greenwich, so those in the east have a minus.
+      {"EST5", "Nov 3, 2025 at 4:14 AM"},
+      {"EST5EDT,M3.2.0,M11.1.0", "Nov 3, 2025 at 4:14 AM"},
+      {"EST5EDT,M3.2.0,M12.1.0", "Nov 3, 2025 at 5:14 AM"},
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "Nov 3, 2025 at 10:14 AM"},
+      {"<+0330>-3:30", "Nov 3, 2025 at 12:44 PM"},
+      {"GMT+3", "Nov 3, 2025 at 6:14 AM"},
+      // No zone at all
+      {"", "Nov 3, 2025 at 9:14 AM"},
+      {"Nowhere/Else", "Nov 3, 2025 at 9:14 AM"},
+      {"../../etc/passwd", "Nov 3, 2025 at 9:14 AM"},
+  };
+  for (const auto& [zone, date] : cases) {
+    EXPECT_EQ(dateWith({"LC_ALL=en_US.UTF-8", std::string("TZ=") + zone}), date) << zone;
+  }
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "tests/support/temporary_home.h"
+#include "tests/wire/messages.h"
+#include "tests/wire/server_process.h"
+
+// Lines have no limit, and cost time in proportion to their length.
+
+namespace halvane {
+namespace {
+
+constexpr std::size_t mebibyte = 1 << 20;
+
+std::string pingWith(std::size_t bytes) {
+  return R"({"jsonrpc":"2.0","id":1,"params":")" + std::string(bytes, 'x') + R"(","method":"ping"})";
+}
+
+class LongLine : public testing::Test {
+ protected:
+  // How long a line of so many bytes takes; the best of three, since the machine has other things to do.
+  std::chrono::duration<double> timeFor(std::size_t bytes) {
+    const std::string line = pingWith(bytes);
+    auto best = std::chrono::duration<double>::max();
+    for (int attempt = 0; attempt < 3; ++attempt) {
+      const auto start = std::chrono::steady_clock::now();
+      server_.send(line);
+      EXPECT_TRUE(server_.receive());
+      best = std::min<std::chrono::duration<double>>(best, std::chrono::steady_clock::now() - start);
+    }
+    return best;
+  }
+
+  const TemporaryHome home_;
+  ServerProcess server_{{.home = home_.path()}};
+};
+
+TEST_F(LongLine, IsServed) {
+  server_.send(pingWith(64 * mebibyte));
+  EXPECT_EQ(canonicalJson(server_.receive().value_or("")), R"({"id":1,"jsonrpc":"2.0","result":{}})");
+  EXPECT_TRUE(answersPing(server_));
+  EXPECT_EQ(server_.finish(), quietEnding);
+}
+
+TEST_F(LongLine, TakesTimeInProportionToItsLength) {
+  const auto shorter = timeFor(8 * mebibyte);
+  const auto longer = timeFor(64 * mebibyte);
+  EXPECT_LT(longer / shorter, 24) << "eight times the length; " << shorter.count() << " and "
+                                  << longer.count() << " s";
+  EXPECT_EQ(server_.finish(), quietEnding);
+}
+
+TEST_F(LongLine, OfBlanksIsDropped) {
+  server_.send(std::string(16 * mebibyte, ' '));
+  EXPECT_TRUE(answersPing(server_));
+  EXPECT_EQ(server_.finish(), quietEnding);
+}
+
+TEST_F(LongLine, MayBeTheLastOneWithoutALineFeed) {
+  server_.write(pingWith(16 * mebibyte));
+  const Ending ending = server_.finish();
+  EXPECT_EQ(ending.status, 0);
+  EXPECT_EQ(ending.output, "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{}}\n");
+  EXPECT_EQ(ending.errors, "");
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
+#include <cstdlib>
+
+#include "tests/support/entry_file.h"
+#include "tests/support/property_list.h"
+#include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
+#include "tests/wire/messages.h"
+#include "tests/wire/server_process.h"
+
+// The companion application's settings as its own platform writes them, and what is no such file. The plain
+// ones are among the conversations.
+
+namespace halvane {
+namespace {
+
+// A binary property list: a dictionary with `value` as the journal's folder.
+std::string binaryListOf(plist_t value) {
+  const plist_t list = plist_new_dict();
+  plist_dict_set_item(list, "lastLaunch", plist_new_date(700000000, 0));
+  plist_dict_set_item(list, "journalRoot", value);
+  char* bytes = nullptr;
+  std::uint32_t size = 0;
+  plist_to_bin(list, &bytes, &size);
+  const std::string file(bytes, size);
+  std::free(bytes);
+  plist_free(list);
+  return file;
+}
+
+std::string binaryListOf(const char* folder) {
+  return binaryListOf(plist_new_string(folder));
+}
+
+class Settings : public testing::Test {
+ protected:
+  Settings() {
+    home_.write("a.md", EntryFile{.body = "The usual folder."}.text());
+    writeFile(home_.below("Journal/a.md"), EntryFile{.body = "The folder from the settings."}.text());
+    writeFile(home_.below("Earlier/a.md"), EntryFile{.body = "The folder from the earlier settings."}.text());
+    writeFile(home_.below("Zoë's 日記/a.md"), EntryFile{.body = "The folder with a name."}.text());
+  }
+
+  void write(const std::string& content) const {
+    writeFile(home_.below(".config/app.halvane.Halvane.plist"), content);
+  }
+  void writeEarlier(const std::string& content) const {
+    writeFile(home_.below(".config/app.halvane.Journal.plist"), content);
+  }
+
+  // The first line of the one entry of the journal that is found.
+  std::string found() const {
+    ServerProcess server({.home = home_.path(), .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"}});
+    const std::string text = askTool(server, "search_entries", "{}");
+    EXPECT_EQ(server.finish(), quietEnding);
+    return text.substr(text.find('\n') + 1);
+  }
+
+  const TemporaryHome home_;
+};
+
+TEST_F(Settings, MayBeBinary) {
+  write(binaryListOf("~/Journal"));
+  EXPECT_EQ(found(), "The folder from the settings.");
+}
+
+TEST_F(Settings, MayBeBinaryWithANameInAnyScript) {
+  write(binaryListOf("~/Zoë's 日記"));
+  EXPECT_EQ(found(), "The folder with a name.");
+}
+
+TEST_F(Settings, MayBeXmlWithANameInAnyScript) {
+  home_.setJournalRoot("app.halvane.Halvane", "~/Zoë's 日記");
+  EXPECT_EQ(found(), "The folder with a name.");
+}
+
+TEST_F(Settings, InBinaryWithAValueThatIsNoTextLeadOn) {
+  writeEarlier(binaryListOf("~/Earlier"));
+  for (const plist_t value :
+       {plist_new_uint(5), plist_new_bool(1), plist_new_array(), plist_new_data("~/Journal", 9)}) {
+    write(binaryListOf(value));
+    EXPECT_EQ(found(), "The folder from the earlier settings.");
+  }
+}
+
+TEST_F(Settings, InXmlWithAValueThatIsNoTextLeadOn) {
+  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
+  for (const char* value :
+       {"<integer>5</integer>", "<true/>", "<array/>", "<dict/>", "<data>fi9Kb3VybmFs</data>",
+        "<date>2025-11-03T09:14:00Z</date>", "<real>1.5</real>"}) {
+    SCOPED_TRACE(value);
+    write(propertyListWith("journalRoot", value));
+    EXPECT_EQ(found(), "The folder from the earlier settings.");
+  }
+}
+
+TEST_F(Settings, WithoutTheKeyLeadOn) {
+  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
+  write(propertyListOfText("JournalRoot", "~/Journal"));
+  EXPECT_EQ(found(), "The folder from the earlier settings.");
+}
+
+TEST_F(Settings, ThatAreNoPropertyListLeadOn) {
+  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
+  for (const char* content :
+       {"", "journalRoot=~/Journal", "bplist00", "bplist00\x01\x02\x03", "<plist>",
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><string>~/Journal</string></plist>",
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>journalRoot</key>"}) {
+    SCOPED_TRACE(content);
+    write(content);
+    EXPECT_EQ(found(), "The folder from the earlier settings.");
+  }
+}
+
+TEST_F(Settings, ThatAreEnormousLeadOn) {
+  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
+  write(propertyListOfText("journalRoot", "~/Journal") + std::string(16 << 20, '\n'));
+  EXPECT_EQ(found(), "The folder from the earlier settings.");
+}
+
+TEST_F(Settings, ThatAreAFolderLeadOn) {
+  makeFolder(home_.below(".config/app.halvane.Halvane.plist"));
+  EXPECT_EQ(found(), "The usual folder.");
+}
+
+TEST_F(Settings, MayBeALinkToThem) {
+  writeFile(home_.below("dotfiles/settings"), propertyListOfText("journalRoot", "~/Journal"));
+  makeLink(home_.below(".config/app.halvane.Halvane.plist"), home_.below("dotfiles/settings"));
+  EXPECT_EQ(found(), "The folder from the settings.");
+}
+
+TEST_F(Settings, MayChangeBetweenTwoCallsOfOneServer) {
+  ServerProcess server({.home = home_.path(), .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"}});
+  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe usual folder."));
+  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
+  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe folder from the earlier settings."));
+  write(binaryListOf("~/Journal"));
+  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe folder from the settings."));
+  EXPECT_EQ(server.finish(), quietEnding);
+}
+
+}  // namespace
+}  // namespace halvane
