@@ -1,0 +1,107 @@
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "fuzz/canonical_tag.h"
+#include "fuzz/property.h"
+#include "journal/entry.h"
+#include "journal/entry_parser.h"
+#include "platform/text.h"
+#include "platform/utf8.h"
+#include "tests/support/entry_file.h"
+
+// The parser of entry files and the entry that it makes. The input is the file.
+
+namespace halvane {
+namespace {
+
+constexpr EntryText::Value EntryText::*values[] = {&EntryText::durationSeconds, &EntryText::cleaned,
+                                                   &EntryText::edited,          &EntryText::cleanupModel,
+                                                   &EntryText::language,        &EntryText::tags};
+
+std::optional<std::string> textOf(const EntryText::Value& value) {
+  return value ? std::optional<std::string>(*value) : std::nullopt;
+}
+
+void checkValues(const EntryText& text, std::string_view file) {
+  mustHold(isUtf8(file), "only a file in UTF-8 is an entry");
+  mustHold(isUtf8(text.body), "the body is cut between characters");
+  mustHold(trimWhitespacesAndNewlines(text.body) == text.body, "the body has no white space at its ends");
+  for (const auto value : values) {
+    if (!(text.*value)) continue;
+    mustHold(isUtf8(*(text.*value)), "a value is cut between characters");
+    mustHold((text.*value)->find('\n') == std::string_view::npos, "a value is on one line");
+    mustHold(trimWhitespaces(*(text.*value)) == *(text.*value), "a value has no blanks at its ends");
+  }
+}
+
+// What was read, written as a file and read again, is the same.
+void checkReadAgain(const EntryText& text) {
+  EntryFile file;
+  file.durationSeconds = textOf(text.durationSeconds);
+  file.cleaned = textOf(text.cleaned);
+  file.edited = textOf(text.edited);
+  file.cleanupModel = textOf(text.cleanupModel);
+  file.language = textOf(text.language);
+  file.tags = textOf(text.tags);
+  file.body = text.body;
+  const std::string written = file.text();
+  const std::optional<EntryText> again = EntryText::read(written);
+  mustHold(again.has_value(), "an entry that is written as a file is an entry");
+  mustHold(again->body == text.body, "the body that was written is read again");
+  for (const auto value : values)
+    mustHold((*again).*value == text.*value, "a value that was written is read again");
+}
+
+// Whatever stands below a front matter is the body.
+void checkBody(const std::string& body) {
+  const std::string written = EntryFile{.body = body}.text();
+  const std::optional<EntryText> text = EntryText::read(written);
+  mustHold(text && text->body == trimWhitespacesAndNewlines(body),
+           "what stands below a front matter is the body");
+}
+
+void checkEntry(const EntryText& text, const Entry& entry) {
+  mustHold(entry.body == text.body && entry.date == text.date, "body and date are those of the file");
+  mustHold(entry.cleanupModel == textOf(text.cleanupModel) && entry.language == textOf(text.language),
+           "model and language are those of the file");
+  for (const std::string& tag : entry.tags) {
+    mustHold(looksCanonical(tag), "every tag is canonical");
+    mustHold(std::count(entry.tags.begin(), entry.tags.end(), tag) == 1, "no tag comes twice");
+    mustHold(text.hasTag(tag), "an entry has its tags");
+  }
+  const std::string_view line = entry.firstLine();
+  mustHold(trimWhitespaces(line) == line, "the first line has no blanks at its ends");
+  mustHold(line.empty() == entry.body.empty(), "a body that is not empty has a first line");
+  mustHold(entry.body.starts_with(line), "the first line is what the body begins with");
+}
+
+void checkEquality(const Entry& entry, const Entry& twin) {
+  const std::hash<Entry> hash;
+  mustHold(entry == twin && hash(entry) == hash(twin), "the same file makes the same entry");
+  Entry other = entry;
+  other.body = decomposed(entry.body);
+  mustHold(entry == other && hash(entry) == hash(other), "an equivalent text makes an equal entry");
+  other.body += "x";
+  mustHold(!(entry == other) && !(other == entry), "another body makes another entry");
+}
+
+}  // namespace
+}  // namespace halvane
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace halvane;
+  const std::string_view file(reinterpret_cast<const char*>(data), size);
+  checkBody(repairUtf8(file));
+  const std::optional<EntryText> text = EntryText::read(file);
+  if (!text) return 0;
+  checkValues(*text, file);
+  checkReadAgain(*text);
+  const Entry entry = text->entry({"/journal/x.md"});
+  checkEntry(*text, entry);
+  checkEquality(entry, text->entry({"/journal/x.md"}));
+  return 0;
+}
