@@ -92,6 +92,11 @@ bool TextSearch::Query::mayMatchAt(std::string_view body, std::size_t place, std
 bool TextSearch::Query::mayContinueAt(std::string_view body, std::size_t at, std::size_t& steps) const {
   for (std::size_t wanted = filter->unitsBefore(); units[wanted] != noUnit;) {
     if (at == body.size()) return false;
+    if (isAscii(body[at]) && (at + 1 == body.size() || isAscii(body[at + 1]))) {
+      if (asciiUnits[static_cast<unsigned char>(body[at++])] != units[wanted++]) return false;
+      ++steps;
+      continue;
+    }
     const Folding& folding = foldingAlone(nextCodePoint(body, at), letterI);
     if (!startsSegment(body, at)) return true;
     for (std::size_t i = 0; i < folding.count; ++i, ++wanted, ++steps) {

@@ -51,7 +51,9 @@ std::string render(const Entry& entry) {
 std::string readEntry(std::string_view path) {
   const std::optional<FileUrl> file = confined(path);
   if (!file) return "Refused: path is outside the journal.";
-  const std::optional<Entry> entry = Entry::parse(*file);
+  // No file's name holds a NUL, not even in a folder that ".." takes back.
+  const bool mayBeNamed = path.find('\0') == std::string_view::npos;
+  const std::optional<Entry> entry = mayBeNamed ? Entry::parse(*file) : std::nullopt;
   if (!entry) return std::string("No entry found at ").append(path).append(".");
   return render(*entry);
 }

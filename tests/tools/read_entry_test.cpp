@@ -228,6 +228,7 @@ TEST(ReadEntry, FindsNoFileUnderAPathWithANul) {
   const std::string path = home.write("a.md", entryWithBody("inside"));
   EXPECT_EQ(readEntry(path + "\0"s), noEntryAt(path + "\0"s));
   EXPECT_EQ(readEntry(path + "\0.md"s), noEntryAt(path + "\0.md"s));
+  EXPECT_EQ(readEntry(home.journal() + "/b\0/../a.md"s), noEntryAt(home.journal() + "/b\0/../a.md"s));
   EXPECT_EQ(readEntry(home.journal() + "\0/a.md"s), refusal);
   EXPECT_EQ(readEntry("\0"s), refusal);
   EXPECT_EQ(readEntry(home.path() + "\0"s + path), refusal);
