@@ -1,0 +1,78 @@
+// The one-click bundle, unpacked and started as a client does it.
+//   node bundle_test.mjs PACKAGES EXAMPLES
+
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { readFileSync, readdirSync } from 'node:fs';
+import { arch, platform } from 'node:os';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { converse, homeWith, temporaryFolder } from './conversation.mjs';
+
+const [, , packages, examples] = process.argv;
+const mcpb = (...args) => execFileSync(join(packages, 'parts/npm/node_modules/.bin/mcpb'), args, { encoding: 'utf8' });
+
+const ending = `-${platform()}-${arch().replace('x64', 'x86_64')}.mcpb`;
+const bundles = readdirSync(packages).filter((file) => file.endsWith(ending));
+const folder = temporaryFolder();
+mcpb('unpack', join(packages, bundles[0]), folder);
+const manifest = JSON.parse(readFileSync(join(folder, 'manifest.json'), 'utf8'));
+const { command, args, env } = manifest.server.mcp_config;
+const program = command.replace('${__dirname}', folder);
+const home = homeWith(examples);
+const ask = (...questions) => converse(program, args, { HOME: home, ...env }, questions);
+
+test('There is one bundle for this system and processor', () => {
+  assert.equal(bundles.length, 1);
+  assert.deepEqual(manifest.compatibility.platforms, [platform()]);
+});
+
+test('The bundle holds the program, an icon and the terms of what is linked into it, and nothing else', () => {
+  assert.deepEqual(readdirSync(folder).sort(), ['icon.png', 'licences', 'manifest.json', 'server']);
+  assert.deepEqual(readdirSync(join(folder, 'server')), ['halvane_mcp']);
+});
+
+test('The packer finds nothing wrong with the manifest', () => {
+  assert.match(mcpb('validate', join(folder, 'manifest.json')), /validation passes/);
+});
+
+const awake = '~/Documents/Halvane/2025/03/2025-03-09-awake.md';
+test('Started by the manifest\'s own command, it searches, lists and reads', () => {
+  const { replies, stderr, status } = ask(
+    { method: 'initialize', params: { protocolVersion: '2025-06-18', capabilities: {} } },
+    { method: 'notifications/initialized' },
+    { method: 'tools/call', params: { name: 'search_entries', arguments: { query: 'seeschwalbe', limit: 1 } } },
+    { method: 'tools/call', params: { name: 'list_recent', arguments: { days: 1 } } },
+    { method: 'tools/call', params: { name: 'read_entry', arguments: { path: awake } } },
+  );
+  const [, found, recent, entry] = replies.map((reply) => reply.content?.[0].text);
+  assert.match(found, new RegExp(`^\\[.*${home}/Documents/Halvane/`));
+  assert.equal(recent, 'No entries in the last 1 days.');
+  assert.match(entry, /^Date: .*2025/);
+  assert.deepEqual({ stderr, status }, { stderr: '', status: 0 });
+});
+
+test('The manifest names the tools in the server\'s words', () => {
+  const { tools } = ask({ method: 'tools/list' }).replies[0];
+  assert.deepEqual(manifest.tools, tools.map(({ name, description }) => ({ name, description })));
+});
+
+test('The manifest has the version that the server says', () => {
+  assert.equal(manifest.version, ask({ method: 'initialize' }).replies[0].serverInfo.version);
+});
+
+test('The program needs nothing but the system\'s own libraries', () => {
+  if (platform() === 'darwin') {
+    const libraries = execFileSync('otool', ['-L', program], { encoding: 'utf8' }).split('\n').slice(1);
+    for (const library of libraries.filter(Boolean)) assert.match(library, /^\t\/(usr\/lib|System)\//);
+  } else {
+    const needed = execFileSync('objdump', ['-p', program], { encoding: 'utf8' }).matchAll(/NEEDED +(\S+)/g);
+    for (const [, library] of needed) assert.match(library, /^(libc|libm|ld-linux.*)\.so\.\d$/);
+  }
+});
+
+test('The icon is a picture of 512 by 512', () => {
+  const icon = readFileSync(join(folder, manifest.icon));
+  assert.equal(icon.toString('latin1', 1, 4), 'PNG');
+  assert.deepEqual([icon.readUInt32BE(16), icon.readUInt32BE(20)], [512, 512]);
+});

@@ -1,0 +1,46 @@
+// The version stands in one place, and whatever else tells a version tells that one.
+//   node version_test.mjs PACKAGES SOURCE SERVER VERSION-OF-CMAKE
+
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { existsSync, readFileSync, readdirSync } from 'node:fs';
+import { platform } from 'node:os';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { introduction } from './conversation.mjs';
+
+const [, , packages, source, server, versionOfCMake] = process.argv;
+const read = (...path) => readFileSync(join(...path), 'utf8');
+
+const version = /serverVersion = "(.*)"/.exec(read(source, 'server/server_version.h'))[1];
+const made = (ending) => readdirSync(packages).filter((file) => file.includes(version) && file.endsWith(ending));
+
+test('The server says it', () => assert.equal(introduction(server).version, version));
+
+test('CMake has read it', () => assert.equal(versionOfCMake, version));
+
+test('The newest changes are those of this version', () => {
+  assert.equal(/^## (\S+)/m.exec(read(source, 'CHANGELOG.md'))[1], version);
+});
+
+test('The bundle has it, in its name and in its manifest', () => {
+  assert.notDeepEqual(made('.mcpb'), []);
+  assert.equal(JSON.parse(read(packages, 'parts/bundle/manifest.json')).version, version);
+});
+
+test('The Debian package has it', { skip: platform() !== 'linux' && 'there is none here' }, () => {
+  const [deb] = made('.deb');
+  const field = execFileSync('dpkg-deb', ['--field', join(packages, deb), 'Version'], { encoding: 'utf8' });
+  assert.equal(field.trim(), version);
+});
+
+test('The registry entry has it, for itself and for each bundle', () => {
+  const entry = JSON.parse(read(packages, 'server.json'));
+  assert.deepEqual([entry.version, ...entry.packages.map((bundle) => bundle.version)],
+    Array(1 + entry.packages.length).fill(version));
+});
+
+test('The Homebrew formula builds the source of it', () => {
+  const [, address] = /url "(.*)"/.exec(read(packages, 'halvane_mcp.rb'));
+  assert.ok(address.endsWith(`/halvane_mcp-${version}.tar.gz`), address);
+});
