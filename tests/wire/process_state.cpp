@@ -2,10 +2,10 @@
 
 #include <unistd.h>
 
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -27,13 +27,13 @@ std::size_t pages(pid_t process, int which) {
   return count * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-// The fields of a process's stat file behind its name, which may hold blanks: first its state.
-std::istringstream stateOf(pid_t process) {
+// The letter of a process's state. It stands behind the process's name, which may hold blanks and brackets.
+char stateOf(pid_t process) {
   std::ifstream file(folderOf(process) + "/stat");
   const std::string all((std::istreambuf_iterator<char>(file)), {});
   const std::size_t nameEnd = all.rfind(')');
   if (nameEnd == std::string::npos) throw std::runtime_error("no such process");
-  return std::istringstream(all.substr(nameEnd + 2));
+  return all.at(nameEnd + 2);
 }
 
 }  // namespace
@@ -51,21 +51,19 @@ std::size_t openFiles(pid_t process) {
   return static_cast<std::size_t>(std::distance(begin(files), end(files)));
 }
 
-std::chrono::milliseconds processorTime(pid_t process) {
-  constexpr int fieldsBefore = 11;
-  std::istringstream fields = stateOf(process);
-  std::string skipped;
-  for (int field = 0; field < fieldsBefore; ++field) fields >> skipped;
-  long user = 0;
-  long system = 0;
-  fields >> user >> system;
-  return std::chrono::milliseconds((user + system) * 1000 / sysconf(_SC_CLK_TCK));
+std::chrono::nanoseconds processorTime(pid_t process) {
+  clockid_t clock;
+  std::timespec time{};
+  if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0) {
+    throw std::runtime_error("no such process");
+  }
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
 bool waitUntilAsleep(pid_t process) {
   char state = 0;
   waitUntil([&] {
-    stateOf(process) >> state;
+    state = stateOf(process);
     return state == 'S' || state == 'Z';
   });
   return state == 'S';

@@ -15,7 +15,7 @@ std::size_t addressSpace(pid_t process);
 std::size_t openFiles(pid_t process);
 
 /// The processor time that a process has used so far.
-std::chrono::milliseconds processorTime(pid_t process);
+std::chrono::nanoseconds processorTime(pid_t process);
 
 /// Waits until a process sleeps, as it does while it waits for its input or output; some seconds at most.
 /// Whether it does: one that has ended never will.
