@@ -20,7 +20,8 @@ class Preferences {
   /// is absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
   static std::optional<Preferences> ofSuite(const std::string& suite);
 
-  /// The text stored under `key`, as it is stored; nothing when there is none or the value is of another kind.
+  /// The text stored under `key`, as it is stored; nothing when there is none or the value is of another
+  /// kind.
   std::optional<std::string> string(const std::string& key) const;
 
  private:
