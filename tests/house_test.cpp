@@ -17,7 +17,7 @@ namespace {
 constexpr std::array<std::string_view, 4> floorsFromTheGround = {"platform", "journal", "tools", "server"};
 
 std::optional<std::size_t> heightOf(std::string_view folder) {
-  const auto* const found = std::find(floorsFromTheGround.begin(), floorsFromTheGround.end(), folder);
+  const auto found = std::find(floorsFromTheGround.begin(), floorsFromTheGround.end(), folder);
   if (found == floorsFromTheGround.end()) return std::nullopt;
   return static_cast<std::size_t>(found - floorsFromTheGround.begin());
 }

@@ -130,9 +130,9 @@ TEST(EntryParser, TakesNoDateThatIsNoInternetDateTime) {
 }
 
 TEST(EntryParser, KeepsTheMomentOfADateAndNotItsZone) {
-  EXPECT_EQ(parsed("---\ndate: 2025-03-14T08:30:00+05:30\n---\n")->date, at("2025-03-14T03:00:00Z"));
-  EXPECT_EQ(parsed("---\ndate: 2025-03-14T08:30:00-08:00\n---\n")->date, at("2025-03-14T16:30:00Z"));
-  EXPECT_EQ(parsed("---\ndate: 1500-02-29T00:00:00Z\n---\n")->date, at("1500-02-29T00:00:00Z"));
+  EXPECT_EQ(parsed("---\ndate: 2025-03-14T08:30:00+05:30\n---\n").value().date, at("2025-03-14T03:00:00Z"));
+  EXPECT_EQ(parsed("---\ndate: 2025-03-14T08:30:00-08:00\n---\n").value().date, at("2025-03-14T16:30:00Z"));
+  EXPECT_EQ(parsed("---\ndate: 1500-02-29T00:00:00Z\n---\n").value().date, at("1500-02-29T00:00:00Z"));
 }
 
 TEST(EntryParser, SplitsALineAtItsFirstColonAndTrimsBothSides) {
@@ -157,7 +157,7 @@ TEST(EntryParser, ComparesKeysExactly) {
   EXPECT_EQ(parsed("---\n\"date\": 2025-03-14T08:30:00Z\n---\nText"), std::nullopt);
   EXPECT_EQ(parsed("---\n- date: 2025-03-14T08:30:00Z\n---\nText"), std::nullopt);
   EXPECT_EQ(parsed("---\nda te: 2025-03-14T08:30:00Z\n---\nText"), std::nullopt);
-  EXPECT_EQ(parsed("---\nDate: 1999-01-01T00:00:00Z\n" + dateLine + "---\nText")->date,
+  EXPECT_EQ(parsed("---\nDate: 1999-01-01T00:00:00Z\n" + dateLine + "---\nText").value().date,
             at("2025-03-14T08:30:00Z"));
   EXPECT_EQ(entryWith("Cleaned: true").cleaned, false);
   EXPECT_EQ(entryWith("durationSeconds: 5").durationSeconds, 0);
@@ -172,10 +172,10 @@ TEST(EntryParser, IgnoresOtherKeysAndLinesWithoutAColon) {
 }
 
 TEST(EntryParser, OfAKeyThatOccursTwiceTheLastLineCounts) {
-  EXPECT_EQ(parsed("---\ndate: 1999-01-01T00:00:00Z\n" + dateLine + "---\n")->date,
+  EXPECT_EQ(parsed("---\ndate: 1999-01-01T00:00:00Z\n" + dateLine + "---\n").value().date,
             at("2025-03-14T08:30:00Z"));
   EXPECT_EQ(parsed("---\n" + dateLine + "date: tomorrow\n---\n"), std::nullopt) << "also when it is invalid";
-  EXPECT_EQ(parsed("---\ndate: tomorrow\n" + dateLine + "---\n")->date, at("2025-03-14T08:30:00Z"));
+  EXPECT_EQ(parsed("---\ndate: tomorrow\n" + dateLine + "---\n").value().date, at("2025-03-14T08:30:00Z"));
   EXPECT_EQ(entryWith("duration_seconds: 1\nduration_seconds: 2").durationSeconds, 2);
   EXPECT_EQ(entryWith("duration_seconds: 1\nduration_seconds: x").durationSeconds, 0);
   EXPECT_EQ(entryWith("cleaned: true\ncleaned: no").cleaned, false);
@@ -275,7 +275,7 @@ TEST(EntryParser, MayFindNoBody) {
   const Entry withLineFeed = parsed("---\n" + dateLine + "---\n").value();
   EXPECT_EQ(withLineFeed.body, "");
   EXPECT_EQ(withLineFeed.date, withoutLineFeed.date);
-  EXPECT_EQ(parsed("---\n" + dateLine + "---\n \t\n\r\n\u2028")->body, "");
+  EXPECT_EQ(parsed("---\n" + dateLine + "---\n \t\n\r\n\u2028").value().body, "");
 }
 
 TEST(EntryParser, WithoutABodyAFileGivesTheSameEntryWithAndWithoutALastLineFeed) {
@@ -320,7 +320,7 @@ TEST(EntryParser, TheFirstDelimiterClosesTheFrontMatter) {
 }
 
 TEST(EntryParser, SkipsOneByteOrderMarkAtTheStart) {
-  EXPECT_EQ(parsed("\uFEFF---\n" + dateLine + "---\nText")->body, "Text");
+  EXPECT_EQ(parsed("\uFEFF---\n" + dateLine + "---\nText").value().body, "Text");
   EXPECT_EQ(parsed("\uFEFF\uFEFF---\n" + dateLine + "---\nText"), std::nullopt);
   EXPECT_EQ(parsed("---\n\uFEFF" + dateLine + "---\nText"), std::nullopt);
 }
@@ -377,7 +377,7 @@ TEST(EntryText, IsTheSameEntryAsItsFile) {
        {EntryFile{.durationSeconds = "5", .cleaned = "true", .tags = "a, b", .body = "\nText\n"}.text(),
         EntryFile{.edited = "2025-11-03T10:00:00Z", .cleanupModel = "", .language = "en"}.text()}) {
     writeFile(url.path, content);
-    EXPECT_EQ(EntryText::read(content)->entry(url), Entry::parse(url));
+    EXPECT_EQ(EntryText::read(content).value().entry(url), Entry::parse(url));
   }
   EXPECT_FALSE(EntryText::read("no entry"));
   EXPECT_FALSE(EntryText::read(""));
@@ -393,8 +393,8 @@ TEST(EntryText, HasTheTagsOfItsEntryInTheirCanonicalForm) {
   for (const std::optional<std::string>& none :
        {std::optional<std::string>(), std::optional<std::string>("")}) {
     const std::string untagged = EntryFile{.tags = none}.text();
-    EXPECT_FALSE(EntryText::read(untagged)->hasTag("work"));
-    EXPECT_FALSE(EntryText::read(untagged)->hasTag(""));
+    EXPECT_FALSE(EntryText::read(untagged).value().hasTag("work"));
+    EXPECT_FALSE(EntryText::read(untagged).value().hasTag(""));
   }
 }
 

@@ -203,6 +203,18 @@ TEST(EntryEquality, TakesCanonicallyEquivalentTextsForEqual) {
   EXPECT_NE(withTexts("caf\u00E9"), withTexts("CAF\u00C9"));
 }
 
+TEST(EntryHash, TellsWhichOfTwoNeighboursIsAbsent) {
+  const Entry withoutModel = changed([](Entry& entry) {
+    entry.cleanupModel.reset();
+    entry.language = "en";
+  });
+  const Entry withoutLanguage = changed([](Entry& entry) {
+    entry.cleanupModel = "en";
+    entry.language.reset();
+  });
+  EXPECT_NE(hashOf(withoutModel), hashOf(withoutLanguage));
+}
+
 TEST(EntryHash, KeepsNeighbouringTextsApart) {
   const auto with = [](const std::string& model, const std::string& language,
                        const std::vector<std::string>& tags, const std::string& body) {

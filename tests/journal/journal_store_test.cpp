@@ -205,6 +205,20 @@ TEST(JournalStore, KeepsTheNewestOfThoseThatPassATest) {
   EXPECT_EQ(newest(5, [](const EntryText&) { return false; }), Names{});
 }
 
+TEST(JournalStore, KeepsManyEntriesWithEqualDatesInTheOrderOfTheWalk) {
+  const TemporaryHome home;
+  Names early;
+  Names expected;
+  for (int i = 0; i < 100; ++i) {
+    const bool late = i % 3 == 0;
+    const std::string name = twoDigits(i) + ".md";
+    writeEntry(home, name, late ? "2025-11-03T09:14:01Z" : "2025-11-03T09:14:00Z");
+    (late ? expected : early).push_back(name);
+  }
+  expected.insert(expected.end(), early.begin(), early.end());
+  EXPECT_EQ(loaded(home), expected);
+}
+
 TEST(JournalStore, KeepsTheFirstOfEqualDatesWhenThereAreMoreThanWanted) {
   const TemporaryHome home;
   for (int i = 0; i < 30; ++i) writeEntry(home, twoDigits(i) + ".md");

@@ -60,6 +60,8 @@ TEST(DateWords, AreOfTheUsersTimeZone) {
   EXPECT_EQ(wordsFor("2025-11-03T23:30:00Z", "en_US", "Asia/Tokyo"), "Nov 4, 2025 at 8:30 AM");
   EXPECT_EQ(wordsFor("2025-11-03T03:30:00Z", "en_US", "America/New_York"), "Nov 2, 2025 at 10:30 PM");
   EXPECT_EQ(wordsFor("2025-07-03T03:30:00Z", "en_US", "America/New_York"), "Jul 2, 2025 at 11:30 PM");
+  EXPECT_EQ(wordsFor("1890-01-01T00:00:00Z", "en_US", "Europe/Berlin"), "Jan 1, 1890 at 12:53 AM")
+      << "by the sun";
   EXPECT_EQ(wordsFor("2025-07-03T12:00:00Z", "en_US", "CET-1CEST,M3.5.0,M10.5.0/3"),
             "Jul 3, 2025 at 2:00 PM");
 }

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <climits>
+#include <filesystem>
+#include <functional>
 #include <new>
 #include <string>
 #include <string_view>
@@ -212,6 +214,52 @@ TEST(Walk, NeedsNoMoreThanThreeDescriptorsAtAnyDepth) {
     return std::to_string(names.size()) + " " + names.back().substr(0, 6);
   });
   EXPECT_EQ(shown, "401 z/a.md");
+}
+
+TEST(Walk, TakesNoFileWhoseWholeNameIsTheSuffix) {
+  const TemporaryFolder folder;
+  for (const char* name : {"md", "amd", "folder/md"}) writeFile(folder.below(name), "");
+  Names names;
+  readFilesBelow(folder.path(), "md", {},
+                 [&](std::string_view path, std::string_view) { names.emplace_back(path); });
+  EXPECT_EQ(names, (Names{folder.below("amd")}));
+}
+
+// The files below `folder` that the walk shows when `change` happens as soon as it shows the first one.
+Names walkedDuring(const TemporaryFolder& folder, const std::function<void()>& change) {
+  Names names;
+  readFilesBelow(folder.path(), ".md", {}, [&](std::string_view path, std::string_view) {
+    if (names.empty()) change();
+    names.emplace_back(path.substr(folder.path().size() + 1));
+  });
+  return names;
+}
+
+TEST(Walk, PassesOverWhatIsRemovedMeanwhile) {
+  const TemporaryFolder folder;
+  for (const char* name : {"a.md", "b.md", "c.md", "gone/d.md", "stays/e.md"})
+    writeFile(folder.below(name), "");
+  EXPECT_EQ(walkedDuring(folder,
+                         [&] {
+                           std::filesystem::remove(folder.below("b.md"));
+                           std::filesystem::remove_all(folder.below("gone"));
+                         }),
+            (Names{"a.md", "c.md", "stays/e.md"}));
+}
+
+TEST(Walk, FollowsNoLinkThatTakesThePlaceOfAFileOrAFolderMeanwhile) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeFile(elsewhere.below("outside.md"), "");
+  for (const char* name : {"a.md", "b.md", "folder/d.md"}) writeFile(folder.below(name), "");
+  EXPECT_EQ(walkedDuring(folder,
+                         [&] {
+                           std::filesystem::remove(folder.below("b.md"));
+                           makeLink(folder.below("b.md"), elsewhere.below("outside.md"));
+                           std::filesystem::remove_all(folder.below("folder"));
+                           makeLink(folder.below("folder"), elsewhere.path());
+                         }),
+            (Names{"a.md"}));
 }
 
 TEST(Walk, ThatFindsNoMemoryForAFileSaysSo) {

@@ -186,8 +186,8 @@ TEST(JsonReading, MembersAreFoundByName) {
   EXPECT_EQ(object.find("b")->serialise(), "null");
   EXPECT_EQ(object.find("c"), nullptr);
   EXPECT_EQ(object.find("A"), nullptr);
-  EXPECT_EQ(parse("[\"a\"]")->find("a"), nullptr) << "no object";
-  EXPECT_EQ(parse("\"a\"")->find("a"), nullptr) << "no object";
+  EXPECT_EQ(parse("[\"a\"]").value().find("a"), nullptr) << "no object";
+  EXPECT_EQ(parse("\"a\"").value().find("a"), nullptr) << "no object";
 }
 
 TEST(JsonReading, ANulInANameDoesNotEndIt) {
