@@ -114,6 +114,29 @@ LetterForms syllableForms(std::u32string_view parts) {
   return forms;
 }
 
+// Characters that fold to several letters, without those whose last one is an iota.
+struct LettersInOne {
+  char32_t character;
+  std::u32string_view letters;
+};
+constexpr std::array<LettersInOne, 17> lettersInOne = {{{0x00DF, U"ss"},
+                                                        {0x1E9E, U"ss"},
+                                                        {0x0149, U"\u02BCn"},
+                                                        {0x1E9A, U"a\u02BE"},
+                                                        {0xFB00, U"ff"},
+                                                        {0xFB01, U"fi"},
+                                                        {0xFB02, U"fl"},
+                                                        {0xFB03, U"ffi"},
+                                                        {0xFB04, U"ffl"},
+                                                        {0xFB05, U"st"},
+                                                        {0xFB06, U"st"},
+                                                        {0x0587, U"\u0565\u0582"},
+                                                        {0xFB13, U"\u0574\u0576"},
+                                                        {0xFB14, U"\u0574\u0565"},
+                                                        {0xFB15, U"\u0574\u056B"},
+                                                        {0xFB16, U"\u057E\u0576"},
+                                                        {0xFB17, U"\u0574\u056D"}}};
+
 bool isMark(char32_t unit) {
   return foldingOf(unit).combiningClasses[0] != 0;
 }
@@ -133,21 +156,22 @@ LetterForms formsOf(std::u32string_view letter) {
 }
 
 bool mayShareCodePoint(char32_t left, char32_t right) {
-  // Latin ß, ﬀ, ﬁ, ﬂ, ﬆ, ŉ, ẚ; Armenian և, ﬓ, ﬔ, ﬕ, ﬖ, ﬗ.
-  constexpr std::array<std::pair<char32_t, char32_t>, 13> pairs = {{{U's', U's'},
-                                                                    {U'f', U'f'},
-                                                                    {U'f', U'i'},
-                                                                    {U'f', U'l'},
-                                                                    {U's', U't'},
-                                                                    {0x02BC, U'n'},
-                                                                    {U'a', 0x02BE},
-                                                                    {0x0565, 0x0582},
-                                                                    {0x0574, 0x0576},
-                                                                    {0x0574, 0x0565},
-                                                                    {0x0574, 0x056B},
-                                                                    {0x057E, 0x0576},
-                                                                    {0x0574, 0x056D}}};
-  return right == iota || std::find(pairs.begin(), pairs.end(), std::pair(left, right)) != pairs.end();
+  const std::array pair = {left, right};
+  return right == iota || std::any_of(lettersInOne.begin(), lettersInOne.end(), [&](const auto& one) {
+           return one.letters.find(std::u32string_view(pair.data(), pair.size())) !=
+                  std::u32string_view::npos;
+         });
+}
+
+LetterForms formsOfPair(char32_t left, char32_t right) {
+  const std::array pair = {left, right};
+  const std::u32string_view text(pair.data(), pair.size());
+  LetterForms forms;
+  for (const LettersInOne& one : lettersInOne) {
+    if (one.letters.starts_with(text)) forms.first.push_back(one.character);
+    if (one.letters.ends_with(text)) forms.last.push_back(one.character);
+  }
+  return forms;
 }
 
 }  // namespace halvane

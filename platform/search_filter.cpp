@@ -6,6 +6,7 @@
 #include <bit>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/byte_block.h"
@@ -15,6 +16,8 @@
 
 namespace halvane {
 namespace {
+
+constexpr char32_t iota = 0x03B9;
 
 // How many of a thousand bytes have this value, roughly and over all languages: it only decides which of the
 // safe places is looked for.
@@ -98,21 +101,48 @@ class Letters {
     return units_.substr(begin(first), end(last) - begin(first));
   }
 
-  // The forms of a letter, empty where they are not known for certain in this place. Finding them takes time,
-  // so of a query with very many letters only the first ones are known.
-  const LetterForms& forms(std::size_t index) {
-    static const LetterForms unknown;
-    const std::u32string_view letter = units(index, index);
-    const bool shared = (index > 0 && mayShareCodePoint(units_[begin(index) - 1], letter.front())) ||
-                        (index + 1 < count() && mayShareCodePoint(letter.back(), units_[end(index)]));
-    if (shared || (turkic_ && (letter.front() == U'i' || letter.front() == U'ı'))) return unknown;
-    const auto known = known_.find(letter);
-    if (known != known_.end()) return known->second;
-    return known_.size() < mostKnown ? known_[letter] = formsOf(letter) : unknown;
+  // The code points in which the letter at `index` may end, when the next one begins with another.
+  std::vector<char32_t> lastForms(std::size_t index) {
+    std::vector<char32_t> forms = known(index).last;
+    if (index == 0) return forms;
+    return with(formsOfPair(units_[begin(index) - 1], units_[begin(index)]).last, index, std::move(forms));
+  }
+
+  // Those in which it may begin, when the one before it ends with another.
+  std::vector<char32_t> firstForms(std::size_t index) {
+    std::vector<char32_t> forms = known(index).first;
+    if (index + 1 == count()) return forms;
+    return with(formsOfPair(units_[end(index) - 1], units_[end(index)]).first, index, std::move(forms));
+  }
+
+  // Whether one code point may be part of the letter at `index` and of the next one.
+  bool shareCodePoint(std::size_t index) const {
+    return index + 1 < count() && mayShareCodePoint(units_[end(index) - 1], units_[end(index)]);
   }
 
  private:
   static constexpr std::size_t mostKnown = 64;
+
+  // The letter's forms where it shares no code point; empty where they are not known for certain. Finding
+  // them takes time, so of a query with very many letters only the first ones are known.
+  const LetterForms& known(std::size_t index) {
+    static const LetterForms unknown;
+    const std::u32string_view letter = units(index, index);
+    const bool hasSubscript = index + 1 < count() && units_[end(index)] == iota;
+    if (hasSubscript || (turkic_ && (letter.front() == U'i' || letter.front() == U'ı'))) return unknown;
+    const auto found = known_.find(letter);
+    if (found != known_.end()) return found->second;
+    return known_.size() < mostKnown ? known_[letter] = formsOf(letter) : unknown;
+  }
+
+  // `forms` and those that the letter has together with a neighbour; none where marks come between.
+  std::vector<char32_t> with(const std::vector<char32_t>& shared, std::size_t index,
+                             std::vector<char32_t> forms) const {
+    if (shared.empty() || forms.empty()) return forms;
+    if (end(index) - begin(index) > 1) return {};
+    forms.insert(forms.end(), shared.begin(), shared.end());
+    return forms;
+  }
 
   std::u32string_view units_;
   bool turkic_;
@@ -187,6 +217,13 @@ std::uint64_t findPairs(const char* body, std::size_t& at, std::size_t last, std
   return 0;
 }
 
+// By the sizes of the two sets, each less one
+using FindPairs = decltype(&findPairs<1, 1>);
+constexpr std::array<std::array<FindPairs, ByteSet::most>, ByteSet::most> findPairsBySizes = {
+    {{findPairs<1, 1>, findPairs<1, 2>, findPairs<1, 3>},
+     {findPairs<2, 1>, findPairs<2, 2>, findPairs<2, 3>},
+     {findPairs<3, 1>, findPairs<3, 2>, findPairs<3, 3>}}};
+
 }  // namespace
 
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
@@ -204,7 +241,8 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     leastCommon = common;
   };
   for (std::size_t i = 0; i < letters.count(); ++i) {
-    const std::optional<ByteSet> here = lastBytes(letters.forms(i).last);
+    if (letters.shareCodePoint(i)) continue;
+    const std::optional<ByteSet> here = lastBytes(letters.lastForms(i));
     if (!here) continue;
     SearchFilter filter;
     filter.unitsBefore_ = letters.end(i);
@@ -214,8 +252,9 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     const std::u32string_view seam = letters.units(i, i + 1);
     const std::uint64_t times =
         std::uint64_t{areOftenTogether(seam) ? 8U : 1U} * (occurrences[seam] > 1 ? 1000U : 1U);
+    const std::vector<char32_t> next = letters.firstForms(i + 1);
     for (filter.distance_ = 1; filter.distance_ <= U8_MAX_LENGTH; ++filter.distance_) {
-      const std::optional<ByteSet> there = bytesAt(letters.forms(i + 1).first, filter.distance_ - 1);
+      const std::optional<ByteSet> there = bytesAt(next, filter.distance_ - 1);
       if (!there) continue;
       filter.there_ = *there;
       consider(filter, times * commonness(*here) * commonness(*there));
@@ -233,9 +272,7 @@ std::size_t SearchFilter::Places::next() {
     if (at_ >= end) return std::string_view::npos;
     const std::size_t unseen = at_;
     const std::size_t begin = at_ = std::min(at_, last);  // the last step looks at some places again
-    const auto find = filter_.here_.size() == 1
-                          ? (filter_.there_.size() == 1 ? findPairs<1, 1> : findPairs<1, 2>)
-                          : (filter_.there_.size() == 1 ? findPairs<2, 1> : findPairs<2, 2>);
+    const auto find = findPairsBySizes[filter_.here_.size() - 1][filter_.there_.size() - 1];
     found_ = find(body_.data(), at_, last, distance, filter_.here_, filter_.there_);
     if (at_ == begin) found_ = found_ >> (unseen - begin) << (unseen - begin);
     if (found_ == 0) at_ = std::max(at_, begin + step);

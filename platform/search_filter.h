@@ -8,15 +8,15 @@
 
 namespace halvane {
 
-/// A few byte values, any of which will do: at most two pairs that differ in a single bit, as the capital and
-/// the small letter of most alphabets do. One comparison tells both of a pair, once that bit is set.
+/// A few byte values, any of which will do: at most three pairs that differ in a single bit, as the capital
+/// and the small letter of most alphabets do. One comparison tells both of a pair, once that bit is set.
 class ByteSet {
  public:
   struct Pair {
     std::uint8_t bit;    // in which the two differ; 0 when they are one
     std::uint8_t value;  // the one that has the bit
   };
-  static constexpr std::size_t most = 2;
+  static constexpr std::size_t most = 3;
 
   std::size_t size() const { return size_; }
   /// The pairs, the first `size()` of which count.
@@ -36,8 +36,9 @@ class ByteSet {
 ///
 /// It looks for the seam between two neighbouring letters of the query. Whatever forms the two take in a body
 /// (capital or small, composed or not, the Kelvin sign for a k), the last byte of the first one's form stands
-/// right before the first byte of the second one's. Letters whose forms are not known for certain are not
-/// used: those that may share one code point with a neighbour, such as the s of ß, and some with marks.
+/// right before the first byte of the second one's. Not used are a seam that may lie inside one code point,
+/// such as the one of ss, which may be ß, and letters whose forms are not known for certain, as are some with
+/// marks.
 class SearchFilter {
  public:
   /// The filter for a query, given as the code points that it folds to (foldingOf); nothing when there is no

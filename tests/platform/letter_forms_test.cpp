@@ -101,6 +101,21 @@ TEST(SharedCodePoints, AreAllKnown) {
   EXPECT_GT(shared, 10);
 }
 
+TEST(SharedCodePoints, AreFormsOfEachPairThatTheyBeginOrEndWith) {
+  int held = 0;
+  forEachChangedCodePoint([&](char32_t character, const Folding& folding) {
+    const std::u32string units = unitsOf(folding);
+    if (units.size() < 2 || foldedMark(units.back()) == U'\u03B9') return;
+    if (std::any_of(units.begin() + 1, units.end(), [](char32_t unit) { return foldingOf(unit).continues; }))
+      return;
+    ++held;
+    EXPECT_TRUE(holds(formsOfPair(units[0], units[1]).first, character) &&
+                holds(formsOfPair(units[units.size() - 2], units.back()).last, character))
+        << std::hex << static_cast<std::uint32_t>(character);
+  });
+  EXPECT_EQ(held, 17);
+}
+
 TEST(SharedCodePoints, AreNoneOfOrdinaryNeighbours) {
   EXPECT_FALSE(mayShareCodePoint(U'h', U'a'));
   EXPECT_FALSE(mayShareCodePoint(U's', U'a'));
