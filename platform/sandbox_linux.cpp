@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -68,6 +69,11 @@ constexpr std::array refused = {
     SCMP_SYS(lchown), SCMP_SYS(fchownat), SCMP_SYS(utime), SCMP_SYS(utimes), SCMP_SYS(utimensat),
     SCMP_SYS(futimesat), SCMP_SYS(setxattr), SCMP_SYS(lsetxattr), SCMP_SYS(fsetxattr), SCMP_SYS(removexattr),
     SCMP_SYS(lremovexattr), SCMP_SYS(fremovexattr),
+    // What Landlock does know, for kernels that come without it.
+    SCMP_SYS(creat), SCMP_SYS(truncate), SCMP_SYS(unlink), SCMP_SYS(unlinkat), SCMP_SYS(rename),
+    SCMP_SYS(renameat), SCMP_SYS(renameat2), SCMP_SYS(link), SCMP_SYS(linkat), SCMP_SYS(symlink),
+    SCMP_SYS(symlinkat), SCMP_SYS(mkdir), SCMP_SYS(mkdirat), SCMP_SYS(rmdir), SCMP_SYS(mknod),
+    SCMP_SYS(mknodat),
     // The system as a whole.
     SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(move_mount), SCMP_SYS(pivot_root), SCMP_SYS(chroot),
     SCMP_SYS(unshare), SCMP_SYS(setns), SCMP_SYS(keyctl), SCMP_SYS(add_key), SCMP_SYS(request_key),
@@ -98,8 +104,10 @@ void refuseOpeningForWriting(const Filter& filter) {
 void refuseSystemCalls() {
   const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
   if (!filter) return;
-  seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE,
-                   2);  // a binary search, which the kernel takes in sooner
+  constexpr std::uint32_t binarySearch = 2;
+  seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, binarySearch);
+  // A call by the rules of another processor, which the filter can't look into
+  seccomp_attr_set(filter.get(), SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ERRNO(EPERM));
   for (const int call : refused) refuse(filter, call);
   refuseOpeningForWriting(filter);
   const auto self = static_cast<std::uint64_t>(getpid());
