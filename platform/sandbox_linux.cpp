@@ -93,9 +93,10 @@ void refuseWhere(const Filter& filter, int call, const scmp_arg_cmp& argument) {
 // Opening stays allowed for reading. openat2 hides its flags from a filter, and a new C library takes another
 // way when a kernel doesn't have it, or clone3.
 void refuseOpeningForWriting(const Filter& filter) {
-  for (const std::uint64_t flag : {O_WRONLY, O_RDWR, O_CREAT, O_TRUNC}) {
-    refuseWhere(filter, SCMP_SYS(open), SCMP_A1(SCMP_CMP_MASKED_EQ, flag, flag));
-    refuseWhere(filter, SCMP_SYS(openat), SCMP_A2(SCMP_CMP_MASKED_EQ, flag, flag));
+  constexpr std::array<unsigned, 4> writing = {O_WRONLY, O_RDWR, O_CREAT, O_TRUNC};
+  for (const unsigned flag : writing) {
+    refuseWhere(filter, SCMP_SYS(open), {1, SCMP_CMP_MASKED_EQ, flag, flag});
+    refuseWhere(filter, SCMP_SYS(openat), {2, SCMP_CMP_MASKED_EQ, flag, flag});
   }
   seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(openat2), 0);
   seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0);
@@ -111,9 +112,9 @@ void refuseSystemCalls() {
   for (const int call : refused) refuse(filter, call);
   refuseOpeningForWriting(filter);
   const auto self = static_cast<std::uint64_t>(getpid());
-  refuseWhere(filter, SCMP_SYS(kill), SCMP_A0(SCMP_CMP_NE, self));
-  refuseWhere(filter, SCMP_SYS(tgkill), SCMP_A0(SCMP_CMP_NE, self));
-  refuseWhere(filter, SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_EQ, TIOCSTI));
+  refuseWhere(filter, SCMP_SYS(kill), {0, SCMP_CMP_NE, self, 0});
+  refuseWhere(filter, SCMP_SYS(tgkill), {0, SCMP_CMP_NE, self, 0});
+  refuseWhere(filter, SCMP_SYS(ioctl), {1, SCMP_CMP_EQ, TIOCSTI, 0});
   seccomp_load(filter.get());
 }
 
