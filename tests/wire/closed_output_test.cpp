@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/temporary_home.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
@@ -62,6 +63,16 @@ TEST_F(ClosedOutput, FromTheStart) {
 TEST_F(ClosedOutput, OfAFullDevice) {
   ServerProcess server(
       {.home = home_.path(), .before = [] { openAs(STDOUT_FILENO, "/dev/full", O_WRONLY); }});
+  expectToGoOn(server);
+}
+
+TEST_F(ClosedOutput, OfAFileThatMayNotGrow) {
+  const TemporaryFolder folder;
+  ServerProcess server({.home = home_.path(), .before = [&] {
+                          openAs(STDOUT_FILENO, folder.below("replies"), O_WRONLY | O_CREAT);
+                          const rlimit nothing{0, 0};
+                          setrlimit(RLIMIT_FSIZE, &nothing);
+                        }});
   expectToGoOn(server);
 }
 
