@@ -12,7 +12,7 @@ class HalvaneMcp < Formula
 
   on_linux do
     depends_on "pkgconf" => :build
-    depends_on "libplist"
+    depends_on "expat"
     depends_on "libseccomp"
   end
 
