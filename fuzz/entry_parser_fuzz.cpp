@@ -97,6 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view file(reinterpret_cast<const char*>(data), size);
   checkBody(repairUtf8(file));
   const std::optional<EntryText> text = EntryText::read(file);
+  mustHold(text.has_value() != whyNoEntry(file).has_value(), "a file is an entry, or there is a reason");
   if (!text) return 0;
   checkValues(*text, file);
   checkReadAgain(*text);

@@ -44,6 +44,24 @@ void readLine(std::string_view line, EntryText& entry, EntryText::Value& date) {
   }
 }
 
+// Takes the front matter off `rest`, and the line that closes it. False when it has no end.
+bool takeFrontMatter(std::string_view& rest, EntryText& entry, EntryText::Value& date) {
+  while (!rest.empty()) {
+    const std::string_view line = takeLine(rest);
+    if (line == delimiter) return true;
+    readLine(line, entry, date);
+  }
+  return false;
+}
+
+// Whether `text` has the delimiter as a line that ends as those of Windows do.
+bool hasWindowsDelimiter(std::string_view text) {
+  while (!text.empty()) {
+    if (takeLine(text) == "---\r") return true;
+  }
+  return false;
+}
+
 // A decimal integer with an optional sign; 0 for whatever is none or doesn't fit 64 bits.
 std::int64_t parseInteger(std::string_view text) {
   if (text.starts_with('+')) {
@@ -67,17 +85,30 @@ std::optional<EntryText> EntryText::read(std::string_view file) {
   if (takeLine(rest) != delimiter) return std::nullopt;
   EntryText entry;
   Value date;
-  for (;;) {
-    if (rest.empty()) return std::nullopt;  // the front matter has no end
-    const std::string_view line = takeLine(rest);
-    if (line == delimiter) break;
-    readLine(line, entry, date);
-  }
+  if (!takeFrontMatter(rest, entry, date)) return std::nullopt;
   const std::optional<Instant> moment = date ? parseInternetDateTime(*date) : std::nullopt;
   if (!moment) return std::nullopt;
   entry.date = *moment;
   entry.body = trimWhitespacesAndNewlines(rest);
   return entry;
+}
+
+std::optional<NoEntry> whyNoEntry(std::string_view file) {
+  if (!isUtf8(file)) return NoEntry::notUtf8;
+  std::string_view rest = withoutByteOrderMark(file);
+  const std::string_view opening = takeLine(rest);
+  if (opening != delimiter) {
+    return hasWindowsDelimiter(opening) ? NoEntry::carriageReturns : NoEntry::noFrontMatter;
+  }
+  const std::string_view behindOpening = rest;
+  EntryText entry;
+  EntryText::Value date;
+  if (!takeFrontMatter(rest, entry, date)) {
+    return hasWindowsDelimiter(behindOpening) ? NoEntry::carriageReturns : NoEntry::noClosingLine;
+  }
+  if (!date) return NoEntry::noDate;
+  if (parseInternetDateTime(*date)) return std::nullopt;
+  return date->ends_with('\r') ? NoEntry::carriageReturns : NoEntry::otherDate;
 }
 
 bool EntryText::hasTag(std::string_view tag) const {

@@ -32,4 +32,18 @@ struct EntryText {
   Entry entry(const FileUrl& fileURL) const;
 };
 
+/// What stands in the way of a file's being an entry.
+enum class NoEntry {
+  notUtf8,          ///< some of its bytes are no UTF-8 text
+  carriageReturns,  ///< the lines of its front matter end as those of Windows do
+  noFrontMatter,    ///< its first line is not "---"
+  noClosingLine,    ///< no later line is "---"
+  noDate,           ///< its front matter has no date
+  otherDate         ///< it has one in another form than an internet date-time, or of a day that never was
+};
+
+/// For a person who looks for an entry in vain: what EntryText::read meets first that makes it refuse these
+/// raw bytes. Nothing when they are an entry.
+std::optional<NoEntry> whyNoEntry(std::string_view file);
+
 }  // namespace halvane

@@ -17,13 +17,24 @@ std::optional<Preferences> appDefaults(const std::string& suite) {
   return mainBundleIdentifier() == suite ? Preferences::standard() : Preferences::ofSuite(suite);
 }
 
-FileUrl journalRoot() {
+JournalLocation locateJournal() {
+  JournalLocation location;
   for (const char* suite : suites) {
     const std::optional<Preferences> defaults = appDefaults(suite);
     const std::optional<std::string> path = defaults ? defaults->string("journalRoot") : std::nullopt;
-    if (path) return {makeAbsolute(expandTilde(*path))};
+    if (path) {
+      location.root = {makeAbsolute(expandTilde(*path))};
+      location.namedBy = suite;
+      return location;
+    }
+    location.askedBefore.emplace_back(suite);
   }
-  return {joinPath(homeDirectory(), "Documents/Halvane")};
+  location.root = {joinPath(homeDirectory(), "Documents/Halvane")};
+  return location;
+}
+
+FileUrl journalRoot() {
+  return locateJournal().root;
 }
 
 }  // namespace halvane

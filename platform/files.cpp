@@ -112,6 +112,21 @@ Directory::Kind kindOf(const Directory& directory, const Directory::Item& item, 
   return S_ISREG(state.st_mode) || S_ISLNK(state.st_mode) ? Directory::Kind::link : Directory::Kind::other;
 }
 
+// Reads the file `name` in `folder`, which the listing has as regular or as a link.
+std::optional<std::string_view> readItem(int folder, const char* name, Directory::Kind kind,
+                                         Openings openings, ByteBuffer& buffer) {
+  const bool known = kind == Directory::Kind::regular;
+  const Descriptor file(openRetrying(folder, name, known ? openFile | O_NOFOLLOW : openFile));
+  if (!file.isOpen() || !(known || isRegular(file.number()))) return std::nullopt;
+  return readToEnd(file.number(), openings, buffer, SIZE_MAX);
+}
+
+std::error_code errorOpeningAs(int flags, std::string_view path) {
+  errno = ENOENT;  // for what is refused before the system is asked: no file has such a name
+  const Descriptor opened = openPath(AT_FDCWD, path, flags);
+  return opened.isOpen() ? std::error_code() : std::error_code(errno, std::system_category());
+}
+
 }  // namespace
 
 std::optional<std::string_view> readFile(std::string_view path, Openings openings, ByteBuffer& buffer,
@@ -121,8 +136,16 @@ std::optional<std::string_view> readFile(std::string_view path, Openings opening
   return readToEnd(file.number(), openings, buffer, limit);
 }
 
+std::error_code errorOpening(std::string_view path) {
+  return errorOpeningAs(openFile, path);
+}
+
+std::error_code errorOpeningFolder(std::string_view path) {
+  return errorOpeningAs(openFolder, path);
+}
+
 void readFilesBelow(const std::string& root, std::string_view suffix, Openings openings,
-                    const FileVisitor& visit) {
+                    const FileVisitor& visit, const PassedOver& passOver) {
   const Descriptor top = openPath(AT_FDCWD, root, openFolder);
   if (!top.isOpen()) return;
 
@@ -147,13 +170,13 @@ void readFilesBelow(const std::string& root, std::string_view suffix, Openings o
       if (kind == Directory::Kind::folder) waiting.push_back({folderLength, std::string(name)});
       if (kind != Directory::Kind::regular && kind != Directory::Kind::link) continue;
       if (name.size() <= suffix.size() || !name.ends_with(suffix)) continue;
-      const bool known = kind == Directory::Kind::regular;
-      const Descriptor file(openRetrying(folder, name.data(), known ? openFile | O_NOFOLLOW : openFile));
-      if (!file.isOpen() || !(known || isRegular(file.number()))) continue;
-      const std::optional<std::string_view> content = readToEnd(file.number(), openings, buffer, SIZE_MAX);
-      if (!content) continue;
+      const std::optional<std::string_view> content = readItem(folder, name.data(), kind, openings, buffer);
       path.append("/").append(name);
-      visit(path, *content);
+      if (content) {
+        visit(path, *content);
+      } else {
+        passOver(path);
+      }
       path.resize(folderLength);
     }
     std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(firstWaiting), waiting.end());
@@ -168,7 +191,11 @@ void readFilesBelow(const std::string& root, std::string_view suffix, Openings o
     // From the top by its path, so that no folder on the way has to stay open however deep it goes.
     const Descriptor folder =
         openPath(top.number(), std::string_view(path).substr(rootLength + 1), openFolder | O_NOFOLLOW);
-    if (folder.isOpen()) readFolder(folder.number());
+    if (folder.isOpen()) {
+      readFolder(folder.number());
+    } else {
+      passOver(path + "/");
+    }
   }
 }
 

@@ -20,6 +20,10 @@ class Preferences {
   /// is absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
   static std::optional<Preferences> ofSuite(const std::string& suite);
 
+  /// The path of the file that holds the settings of `suite`, whether it is there or not; nothing on macOS,
+  /// where it is the system that reads them.
+  static std::optional<std::string> fileOfSuite(const std::string& suite);
+
   /// The text stored under `key`, as it is stored; nothing when there is none or the value is of another
   /// kind.
   std::optional<std::string> string(const std::string& key) const;

@@ -18,6 +18,10 @@ std::string settingsFolder() {
   return folder != nullptr && *folder == '/' ? folder : joinPath(homeDirectory(), ".config");
 }
 
+std::string fileOf(const std::string& suite) {
+  return joinPath(settingsFolder(), suite + ".plist");
+}
+
 }  // namespace
 
 struct Preferences::Store {
@@ -34,12 +38,15 @@ std::optional<Preferences> Preferences::standard() {
 
 std::optional<Preferences> Preferences::ofSuite(const std::string& suite) {
   ByteBuffer buffer;
-  const std::optional<std::string_view> file =
-      readFile(joinPath(settingsFolder(), suite + ".plist"), {}, buffer, longestList);
+  const std::optional<std::string_view> file = readFile(fileOf(suite), {}, buffer, longestList);
   if (!file) return std::nullopt;
   std::optional<PropertyTexts> texts = textsOfPropertyList(*file);
   if (!texts) return std::nullopt;
   return Preferences(std::make_shared<Store>(Store{std::move(*texts)}));
+}
+
+std::optional<std::string> Preferences::fileOfSuite(const std::string& suite) {
+  return fileOf(suite);
 }
 
 std::optional<std::string> Preferences::string(const std::string& key) const {

@@ -30,6 +30,10 @@ std::optional<Preferences> Preferences::ofSuite(const std::string& suite) {
   return Preferences(std::make_shared<Store>(std::move(application)));
 }
 
+std::optional<std::string> Preferences::fileOfSuite(const std::string&) {
+  return std::nullopt;
+}
+
 // Behind the application's own settings this also finds what an administrator has laid down for it and what
 // the user has set for all applications: so does every other reader of an application's settings.
 std::optional<std::string> Preferences::string(const std::string& key) const {

@@ -26,8 +26,9 @@ Instant at(const std::string& text) {
   return parseInternetDateTime(text).value();
 }
 
-// What the parser makes of a file with this content.
+// What the parser makes of a file with this content. Where it makes nothing, it knows why.
 std::optional<Entry> parsed(const std::string& content) {
+  EXPECT_EQ(whyNoEntry(content).has_value(), !EntryText::read(content).has_value());
   const TemporaryFolder folder;
   writeFile(folder.below("a.md"), content);
   return Entry::parse({folder.below("a.md")});
@@ -396,6 +397,15 @@ TEST(EntryText, HasTheTagsOfItsEntryInTheirCanonicalForm) {
     EXPECT_FALSE(EntryText::read(untagged).value().hasTag("work"));
     EXPECT_FALSE(EntryText::read(untagged).value().hasTag(""));
   }
+}
+
+TEST(EntryParser, TellsTheFirstReasonWhereThereAreSeveral) {
+  EXPECT_EQ(whyNoEntry("\xFF\r\n"), NoEntry::notUtf8);
+  EXPECT_EQ(whyNoEntry("text\ndate: never\n---\r\n"), NoEntry::noFrontMatter);
+  EXPECT_EQ(whyNoEntry("---\r\ntext"), NoEntry::carriageReturns);
+  EXPECT_EQ(whyNoEntry("---\ndate: never"), NoEntry::noClosingLine);
+  EXPECT_EQ(whyNoEntry("---\n" + dateLine + "date: never\n---\n"), NoEntry::otherDate);
+  EXPECT_EQ(whyNoEntry("---\n" + dateLine + "---\n"), std::nullopt);
 }
 
 TEST(EntryParser, EveryEntryBeginsWithOneOfItsOpenings) {

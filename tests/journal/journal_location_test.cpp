@@ -132,6 +132,25 @@ TEST(JournalLocation, SettingsLieWhereTheUserKeepsThem) {
   EXPECT_EQ(journalRoot().path, "/journals/of-settings");
 }
 
+TEST(JournalLocation, IsToldWithWhoNamesItAndWhoWasAskedInVain) {
+  const TemporaryHome home;
+  const std::string primary(primarySuite), legacy(legacySuite);
+  JournalLocation location = locateJournal();
+  EXPECT_EQ(location.root, journalRoot());
+  EXPECT_EQ(location.namedBy, std::nullopt);
+  EXPECT_EQ(location.askedBefore, (std::vector<std::string>{primary, legacy}));
+  home.setJournalRoot(legacySuite, "/journals/old");
+  location = locateJournal();
+  EXPECT_EQ(location.root, journalRoot());
+  EXPECT_EQ(location.namedBy, legacy);
+  EXPECT_EQ(location.askedBefore, std::vector<std::string>{primary});
+  home.setJournalRoot(primarySuite, "/journals/new");
+  location = locateJournal();
+  EXPECT_EQ(location.root, journalRoot());
+  EXPECT_EQ(location.namedBy, primary);
+  EXPECT_EQ(location.askedBefore, std::vector<std::string>{});
+}
+
 TEST(AppDefaults, OfAnApplicationAreReadByItsName) {
   const TemporaryHome home;
   home.setJournalRoot("org.example.a", "/journals/a");

@@ -131,6 +131,41 @@ TEST(Walk, PassesOverWhatTheUserMayNotRead) {
   ASSERT_EQ(chmod(folder.below("closed").c_str(), 0700), 0);
 }
 
+TEST(Walk, TellsWhatItPassesOver) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "---");
+  writeFile(folder.below("begins-otherwise.md"), "text");
+  writeFile(folder.below("closed.md"), "---");
+  writeFile(folder.below("closed/b.md"), "---");
+  writeFile(folder.below("no-such-name.txt"), "text");
+  makeLink(folder.below("link.md"), folder.below("nowhere"));
+  chmod(folder.path().c_str(), 0755);
+  chmod(folder.below("closed.md").c_str(), 0);
+  chmod(folder.below("closed").c_str(), 0);
+  const std::string passedOver = inChildProcess([&] {
+    becomeOrdinaryUser();
+    Names names;
+    const std::array<std::string_view, 1> openings = {"---"};
+    readFilesBelow(
+        folder.path(), ".md", openings, [](std::string_view, std::string_view) {},
+        [&](std::string_view path) { names.emplace_back(path.substr(folder.path().size() + 1)); });
+    return joined(names);
+  });
+  chmod(folder.below("closed").c_str(), 0755);
+  EXPECT_EQ(passedOver, "begins-otherwise.md\nclosed.md\nlink.md\nclosed/\n");
+}
+
+TEST(Opening, IsAnsweredByTheSystem) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "text");
+  EXPECT_EQ(errorOpening(folder.below("a.md")), std::error_code());
+  EXPECT_EQ(errorOpening(folder.path()), std::error_code());
+  EXPECT_EQ(errorOpeningFolder(folder.path()), std::error_code());
+  EXPECT_EQ(errorOpening(folder.below("b.md")), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(errorOpening(folder.path() + std::string("/a.md\0", 6)), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(errorOpeningFolder(folder.below("a.md")), std::errc::not_a_directory);
+}
+
 TEST(Walk, OfARootThatIsMissingOrNoFolderOrClosedShowsNothing) {
   const TemporaryFolder folder;
   writeFile(folder.below("file.md"), "");
