@@ -1,0 +1,60 @@
+#include "doctor/examination.h"
+
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/preferences.h"
+
+namespace halvane {
+namespace {
+
+SilentSettings::Cause causeOf(const SilentSettings& settings) {
+  using Cause = SilentSettings::Cause;
+  if (settings.answer == std::errc::no_such_file_or_directory) return Cause::absent;
+  if (settings.answer) return Cause::unreadable;
+  return appDefaults(settings.suite) ? Cause::nameNone : Cause::damaged;
+}
+
+SilentSettings silentSettings(const std::string& suite) {
+  SilentSettings settings{suite, Preferences::fileOfSuite(suite), {}, {}};
+  if (settings.file) settings.answer = errorOpening(*settings.file);
+  settings.cause = causeOf(settings);
+  return settings;
+}
+
+void examineFile(std::string_view path, std::string_view content, Examination& examination) {
+  const std::optional<EntryText> entry = EntryText::read(content);
+  if (!entry) {
+    examination.leftOut.push_back({std::string(path), whyNoEntry(content), {}});
+    return;
+  }
+  ++examination.entries;
+  for (const std::string& tag : Entry::parseTags(entry->tags.value_or(""))) ++examination.tags[tag];
+}
+
+}  // namespace
+
+Examination examineJournal(Progress& progress) {
+  Examination examination;
+  examination.location = locateJournal();
+  for (const std::string& suite : examination.location.askedBefore) {
+    examination.silent.push_back(silentSettings(suite));
+  }
+  const std::string& root = examination.location.root.path;
+  examination.answer = errorOpeningFolder(root);
+  // Any opening will do here: a file that begins otherwise is what the person may be looking for.
+  readFilesBelow(
+      root, ".md", {},
+      [&](std::string_view path, std::string_view content) {
+        ++examination.files;
+        examineFile(path, content, examination);
+        progress.countFile();
+      },
+      [&](std::string_view path) {
+        if (!path.ends_with('/')) ++examination.files;
+        examination.leftOut.push_back({std::string(path), std::nullopt, errorOpening(path)});
+      });
+  return examination;
+}
+
+}  // namespace halvane

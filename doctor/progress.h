@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+namespace halvane {
+
+/// A line on standard error that says how far the reading is: only where that is a terminal, only when there
+/// are many files, and gone when this ends.
+class Progress {
+ public:
+  Progress();
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  /// One file more has been read.
+  void countFile();
+
+ private:
+  bool isSeen_;
+  std::size_t files_ = 0;
+};
+
+}  // namespace halvane

@@ -1,0 +1,196 @@
+#include "doctor/report.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "doctor/advice.h"
+#include "platform/dates.h"
+#include "platform/text.h"
+#include "platform/user_locale.h"
+#include "platform/utf8.h"
+#include "tools/date_style.h"
+
+namespace halvane {
+namespace {
+
+// Lays out a report line by line.
+class Page {
+ public:
+  explicit Page(bool colour) : colour_(colour) {}
+
+  void heading(std::string_view text) {
+    if (!text_.empty()) text_ += '\n';
+    write(bold, text);
+  }
+  void line(std::string_view text) { text_.append("  ").append(text).append("\n"); }
+  void attention(std::string_view text) {
+    ++attentions_;
+    write(red, "! " + std::string(text));
+  }
+  Report finished() {
+    text_ += '\n';
+    if (attentions_ == 0) {
+      text_.append("All is well.\n");
+    } else {
+      text_.append("Wanting attention, marked with \"!\": ").append(std::to_string(attentions_)).append("\n");
+    }
+    return {std::move(text_), attentions_ == 0};
+  }
+
+ private:
+  static constexpr std::string_view bold = "\x1B[1m";
+  static constexpr std::string_view red = "\x1B[31m";
+  static constexpr std::string_view plain = "\x1B[0m";
+
+  void write(std::string_view style, std::string_view text) {
+    if (colour_) text_.append(style);
+    text_.append(text);
+    if (colour_) text_.append(plain);
+    text_ += '\n';
+  }
+
+  bool colour_;
+  std::string text_;
+  std::size_t attentions_ = 0;
+};
+
+// A path to show. A file's name may hold what a terminal would obey.
+std::string shown(std::string_view path) {
+  const std::string text = repairUtf8(path);
+  std::string harmless;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t character = nextCodePoint(text, at);
+    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    appendCodePoint(harmless, isControl ? U'\uFFFD' : character);
+  }
+  return harmless;
+}
+
+void describe(const SilentSettings& settings, Page& page) {
+  const std::string place = shown(settings.file.value_or("The preferences of " + settings.suite));
+  switch (settings.cause) {
+    case SilentSettings::Cause::absent:
+      return page.line(place + " is not there.");
+    case SilentSettings::Cause::nameNone:
+      return page.line(place + " has no text under the key journalRoot.");
+    case SilentSettings::Cause::unreadable:
+      return page.attention(place + " can't be read: " + settings.answer.message());
+    case SilentSettings::Cause::damaged:
+      return page.attention(place + " is no property list, or longer than 16 MiB.");
+  }
+}
+
+void describeLocation(const Examination& examination, Page& page) {
+  const JournalLocation& location = examination.location;
+  page.heading("Where the journal is");
+  page.line(shown(location.root.path));
+  if (location.namedBy) {
+    page.line("So say the preferences of " + *location.namedBy + ".");
+  } else {
+    page.line("This is the usual place: no preferences name another.");
+  }
+  for (const SilentSettings& settings : examination.silent) describe(settings, page);
+}
+
+std::string_view inWords(NoEntry why) {
+  switch (why) {
+    case NoEntry::notUtf8:
+      return "it is not UTF-8 text.";
+    case NoEntry::carriageReturns:
+      return "its lines end as those of Windows do (CR LF); they must end in single line feeds.";
+    case NoEntry::noFrontMatter:
+      return "it has no front matter: its first line must be --- and nothing else.";
+    case NoEntry::noClosingLine:
+      return "its front matter has no closing line: a second --- must follow the first.";
+    case NoEntry::noDate:
+      return "it has no date in its front matter.";
+    case NoEntry::otherDate:
+      return "its date is no such as 2025-03-16T12:15:00+01:00, without quotes, or no day that ever was.";
+  }
+  return {};
+}
+
+std::string reasonFor(const LeftOut& leftOut) {
+  if (leftOut.why) return std::string(inWords(*leftOut.why));
+  if (leftOut.answer) return "it can't be read: " + leftOut.answer.message();
+  return "it can't be read to its end, or is no ordinary file.";
+}
+
+void describeLeftOut(const Examination& examination, Page& page) {
+  std::string_view root = examination.location.root.path;
+  if (root.ends_with('/')) root.remove_suffix(1);
+  for (const LeftOut& leftOut : examination.leftOut) {
+    const std::string_view below = std::string_view(leftOut.path).substr(root.size() + 1);
+    page.attention(shown(below) + ": " + reasonFor(leftOut));
+  }
+}
+
+void describeContent(const Examination& examination, Page& page) {
+  page.heading("What is in it");
+  if (examination.answer) {
+    page.attention("It can't be read: " + examination.answer.message());
+    if (examination.answer == std::errc::no_such_file_or_directory)
+      page.line("If your journal is elsewhere, set the preference journalRoot to its folder.");
+  } else {
+    page.line("It can be read.");
+    page.line("Files whose names end in .md: " + std::to_string(examination.files));
+    page.line("Entries among them: " + std::to_string(examination.entries));
+    if (examination.entries == 0) page.attention("There is no entry for the server to find.");
+    describeLeftOut(examination, page);
+  }
+  if (const std::string more = advice(examination.answer); !more.empty()) page.line(more);
+}
+
+// The distance of the user's clocks from UTC at `moment`, such as UTC+01:00.
+std::string utcOffset(Instant moment) {
+  constexpr int millisecondsAMinute = 60000;
+  const auto whole = std::chrono::floor<std::chrono::milliseconds>(moment);
+  std::int32_t raw = 0;
+  std::int32_t savings = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  userTimeZone()->getOffset(static_cast<UDate>(whole.time_since_epoch().count()), 0, raw, savings, status);
+  const int minutes = (raw + savings) / millisecondsAMinute;
+  std::array<char, 32> text;
+  const int length = std::snprintf(text.data(), text.size(), "UTC%c%02d:%02d", minutes < 0 ? '-' : '+',
+                                   std::abs(minutes) / 60, std::abs(minutes) % 60);
+  return {text.data(), static_cast<std::size_t>(length)};
+}
+
+void describeDates(Page& page) {
+  const Instant present = now();
+  page.heading("How dates are shown");
+  page.line("Now it is " + dateStyle.words().of(present) + ".");
+  page.line("The locale is " + userLocale() + ", the time zone " + utcOffset(present) + ".");
+}
+
+void describeTags(const Examination& examination, Page& page) {
+  if (examination.tags.empty()) return;
+  using Tag = std::pair<std::string, std::size_t>;
+  std::vector<Tag> tags(examination.tags.begin(), examination.tags.end());
+  std::stable_sort(tags.begin(), tags.end(),
+                   [](const Tag& left, const Tag& right) { return left.second > right.second; });
+  const std::size_t width = std::to_string(tags.front().second).size();
+  page.heading("Tags, and how many entries have them");
+  for (const auto& [tag, count] : tags) {
+    const std::string number = std::to_string(count);
+    page.line(std::string(width - number.size(), ' ').append(number).append("  ").append(tag));
+  }
+}
+
+}  // namespace
+
+Report reportOn(const Examination& examination, bool colour) {
+  Page page(colour);
+  describeLocation(examination, page);
+  describeContent(examination, page);
+  describeDates(page);
+  describeTags(examination, page);
+  return page.finished();
+}
+
+}  // namespace halvane

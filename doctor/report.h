@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "doctor/examination.h"
+
+namespace halvane {
+
+/// An examination in words.
+struct Report {
+  std::string text;    ///< UTF-8, lines with a line feed each, without control characters but for colours
+  bool isWell = true;  ///< whether nothing in it wants attention
+};
+
+/// The report for a person at a terminal, or with `colour` false for a pipe or file.
+Report reportOn(const Examination& examination, bool colour);
+
+}  // namespace halvane

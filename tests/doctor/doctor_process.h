@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace halvane {
+
+/// How the doctor is called.
+struct Call {
+  std::string home;  ///< HOME
+  /// More of the environment, each "NAME=value". PATH, an American locale and UTC are there unless named.
+  std::vector<std::string> variables = {};
+  std::vector<std::string> arguments = {};
+  /// Done in the new process with its streams in place, just before it becomes the doctor.
+  std::function<void()> before = {};
+};
+
+/// What came of it.
+struct Answer {
+  int status;          ///< the exit status; minus the signal's number when a signal ended it
+  std::string output;  ///< all that it wrote to standard output
+  std::string errors;  ///< all that it wrote to standard error
+
+  bool says(const std::string& text) const { return output.find(text) != std::string::npos; }
+};
+
+/// Calls the real doctor, a process of its own, with files for its streams.
+Answer callDoctor(const Call& call);
+
+/// The same at a terminal, where output and errors come as one.
+Answer callDoctorAtTerminal(const Call& call);
+
+}  // namespace halvane

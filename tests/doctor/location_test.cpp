@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/doctor/doctor_process.h"
+#include "tests/support/child_process.h"
+#include "tests/support/entry_file.h"
+#include "tests/support/property_list.h"
+#include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
+
+// Where the journal is, and who says so.
+
+namespace halvane {
+namespace {
+
+class Location : public testing::Test {
+ protected:
+  Location() {
+    home_.write("a.md", EntryFile{}.text());
+    writeFile(home_.below("Journal/a.md"), EntryFile{}.text());
+  }
+
+  std::string settings(std::string_view suite) const {
+    return home_.below(".config/" + std::string(suite) + ".plist");
+  }
+  Answer answer() const { return callDoctor({.home = home_.path()}); }
+  Answer answerToOrdinaryUser() const {
+    chmod(home_.path().c_str(), 0755);
+    return callDoctor({.home = home_.path(), .before = becomeOrdinaryUser});
+  }
+
+  const TemporaryHome home_;
+};
+
+TEST_F(Location, IsTheUsualPlaceWithoutSettings) {
+  const Answer given = answer();
+  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.journal() +
+                                       "\n  This is the usual place: no preferences name another.\n  " +
+                                       settings(primarySuite) + " is not there.\n  " + settings(legacySuite) +
+                                       " is not there.\n\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST_F(Location, IsWhatThePreferencesSay) {
+  home_.setJournalRoot(primarySuite, "~/Journal");
+  const Answer given = answer();
+  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.below("Journal") +
+                                       "\n  So say the preferences of " + std::string(primarySuite) +
+                                       ".\n\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST_F(Location, IsWhatTheEarlierPreferencesSay) {
+  home_.setJournalRoot(legacySuite, "~/Journal");
+  const Answer given = answer();
+  EXPECT_TRUE(given.says("  " + home_.below("Journal") + "\n  So say the preferences of " +
+                         std::string(legacySuite) + ".\n  " + settings(primarySuite) + " is not there.\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST_F(Location, IsTheUsualPlaceWherePreferencesNameNone) {
+  writeFile(settings(primarySuite), propertyListOfText("theme", "dark"));
+  writeFile(settings(legacySuite), propertyListWith("journalRoot", "<true/>"));
+  const Answer given = answer();
+  EXPECT_TRUE(given.says("\n  " + settings(primarySuite) + " has no text under the key journalRoot.\n"))
+      << given.output;
+  EXPECT_TRUE(given.says("\n  " + settings(legacySuite) + " has no text under the key journalRoot.\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST_F(Location, OfPreferencesThatCannotBeReadWantsAttention) {
+  home_.setJournalRoot(primarySuite, "~/Journal");
+  chmod(settings(primarySuite).c_str(), 0);
+  const Answer given = answerToOrdinaryUser();
+  EXPECT_TRUE(given.says("\n  " + home_.journal() + "\n  This is the usual place")) << given.output;
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + " can't be read: Permission denied\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 1);
+}
+
+TEST_F(Location, OfPreferencesThatAreNoPropertyListWantsAttention) {
+  writeFile(settings(primarySuite), "journalRoot=~/Journal");
+  const Answer given = answer();
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + " is no property list, or longer than 16 MiB.\n"))
+      << given.output;
+  EXPECT_EQ(given.status, 1);
+}
+
+TEST_F(Location, OfPreferencesGoesByTheFolderForThem) {
+  writeFile(home_.below("settings/" + std::string(primarySuite) + ".plist"),
+            propertyListOfText("journalRoot", "~/Journal"));
+  const Answer given =
+      callDoctor({.home = home_.path(), .variables = {"XDG_CONFIG_HOME=" + home_.below("settings")}});
+  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.below("Journal") + "\n"))
+      << given.output;
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include "tests/doctor/doctor_process.h"
+#include "tests/support/entry_file.h"
+#include "tests/support/temporary_home.h"
+
+// What a terminal gets beyond what a pipe or a file gets.
+
+namespace halvane {
+namespace {
+
+const std::string escape = "\x1B";
+
+TEST(Terminal, GetsColours) {
+  const TemporaryHome home;
+  home.write("a.md", "text");
+  const Answer given = callDoctorAtTerminal({.home = home.path()});
+  EXPECT_TRUE(given.says(escape + "[1mWhere the journal is" + escape + "[0m\r\n")) << given.output;
+  EXPECT_TRUE(given.says(escape + "[31m! a.md: it has no front matter")) << given.output;
+  EXPECT_EQ(given.status, 1);
+}
+
+TEST(Terminal, AloneGetsColours) {
+  const TemporaryHome home;
+  home.write("a.md", "text");
+  const Answer given = callDoctor({.home = home.path()});
+  EXPECT_FALSE(given.says(escape)) << given.output;
+}
+
+TEST(Terminal, GetsNoProgressOfAFewFiles) {
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{}.text());
+  EXPECT_FALSE(callDoctorAtTerminal({.home = home.path()}).says("files read"));
+}
+
+class ManyFiles : public testing::Test {
+ protected:
+  ManyFiles() {
+    for (int count = 0; count < 2000; ++count)
+      home_.write("e" + std::to_string(count) + ".md", EntryFile{}.text());
+  }
+  const TemporaryHome home_;
+};
+
+TEST_F(ManyFiles, MakeALineOfProgressThatGoesAgain) {
+  const Answer given = callDoctorAtTerminal({.home = home_.path()});
+  const std::string clearLine = "\r" + escape + "[K";
+  EXPECT_TRUE(given.output.starts_with(clearLine + "1000 files read" + clearLine + "2000 files read" +
+                                       clearLine + escape + "[1mWhere the journal is"))
+      << given.output.substr(0, 200);
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST_F(ManyFiles, MakeNoProgressInAFile) {
+  const Answer given = callDoctor({.home = home_.path()});
+  EXPECT_EQ(given.errors, "");
+  EXPECT_FALSE(given.says("files read"));
+}
+
+}  // namespace
+}  // namespace halvane
