@@ -25,5 +25,7 @@ class HalvaneMcp < Formula
   test do
     ping = '{"jsonrpc":"2.0","id":1,"method":"ping"}'
     assert_equal %Q({"jsonrpc":"2.0","id":1,"result":{}}\n), pipe_output(bin/"halvane_mcp", "#{ping}\n", 0)
+    # There is no journal here, and that is what it says.
+    assert_match "Where the journal is", shell_output(bin/"halvane_doctor", 1)
   end
 end

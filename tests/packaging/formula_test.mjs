@@ -24,6 +24,11 @@ test('It names the source archive with the hash that it has', () => {
   assert.equal(valueOf('sha256'), createHash('sha256').update(archive).digest('hex'));
 });
 
+test('The programs that it tries are those that are installed', () => {
+  const tried = [...formula.matchAll(/bin\/"(\w+)"/g)].map(([, program]) => program);
+  assert.deepEqual(tried.sort(), ['halvane_doctor', 'halvane_mcp']);
+});
+
 test('The line that it pipes through the program gets the answer that it waits for', () => {
   const [, question] = /ping = '(.*)'/.exec(formula);
   const [, answer] = /assert_equal %Q\((.*)\\n\)/.exec(formula);
