@@ -48,7 +48,7 @@ std::optional<std::string_view> LineReader::next() {
 }
 
 bool LineReader::readMore() {
-  if (end_ == buffer_.capacity() && !makeRoom()) return false;
+  if (ended_ || (end_ == buffer_.capacity() && !makeRoom())) return false;
   for (;;) {
     const ssize_t count =
         read(descriptor_, buffer_.data() + end_, std::min(buffer_.capacity() - end_, longestTransfer));
@@ -56,10 +56,10 @@ bool LineReader::readMore() {
       end_ += static_cast<std::size_t>(count);
       return true;
     }
-    if (count == 0) return false;
-    if (wouldBlock(errno)) {
+    if (count < 0 && wouldBlock(errno)) {
       waitFor(descriptor_, POLLIN);
-    } else if (errno != EINTR) {
+    } else if (count == 0 || errno != EINTR) {
+      ended_ = true;
       return false;
     }
   }

@@ -32,6 +32,7 @@ class LineReader {
   std::size_t scanned_ = 0;  // up to here they hold no line feed
   std::size_t end_ = 0;
   bool passingOver_ = false;  // inside a line that found no memory
+  bool ended_ = false;        // for good, even where a later read(2) would bring more
 };
 
 /// Writes `bytes` to `descriptor`: in one write(2) where the kernel takes them whole, otherwise again until
