@@ -2,7 +2,6 @@
 #include <seccomp.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <fstream>
@@ -23,6 +22,7 @@
 #include "tests/support/written_file.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
+#include "tests/wire/tracer.h"
 
 // What the kernel holds the running server to, and what the server does in fact.
 
@@ -165,27 +165,20 @@ class TracedServer : public testing::Test {
  protected:
   void SetUp() override {
     if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer has needs of its own";
-    if (access(tracer, X_OK) != 0) GTEST_SKIP() << "there is no strace here";
+    if (!hasTracer()) GTEST_SKIP() << "there is no strace here";
     home_.setJournalRoot("app.halvane.Halvane", "~/Documents/Halvane");
     const std::string entry =
         home_.write("2025/11/a.md", EntryFile{.tags = "work", .body = "Walked to the harbour."}.text());
     const TemporaryFolder folder;
     const std::string trace = folder.below("trace");
-    ServerProcess server({.home = home_.path(), .before = [&] { becomeTracer(trace); }});
+    ServerProcess server(
+        {.home = home_.path(), .before = [&] { becomeTracer(trace, {"-y"}, {"HOME=" + home_.path()}); }});
     holdWholeConversation(server, entry);
     EXPECT_EQ(server.finish(), quietEnding);
     calls_ = callsAfterTheStart(trace);
     ASSERT_GT(calls_.size(), 50U);
   }
 
-  void becomeTracer(const std::string& trace) const {
-    const std::string home = "HOME=" + home_.path();
-    const char* const variables[] = {home.c_str(), "PATH=/usr/bin:/bin", nullptr};
-    execle(tracer, "strace", "-f", "-y", "-o", trace.c_str(), HALVANE_MCP, nullptr, variables);
-    throw std::runtime_error("can't start the tracer");
-  }
-
-  static constexpr const char* tracer = "/usr/bin/strace";
   const TemporaryHome home_;
   std::vector<Call> calls_;
 };
