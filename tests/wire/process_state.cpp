@@ -8,6 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "tests/wire/wait_until.h"
 
@@ -27,6 +28,16 @@ std::size_t pages(pid_t process, int which) {
   return count * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
+// The number of kibibytes that stands in `file` of a process behind the word `name`, in bytes.
+std::size_t bytesIn(pid_t process, const char* file, std::string_view name) {
+  std::ifstream stream(folderOf(process) + "/" + file);
+  for (std::string word; stream >> word;) {
+    std::size_t kibibytes = 0;
+    if (word == name && stream >> kibibytes) return kibibytes * 1024;
+  }
+  throw std::runtime_error("no such process");
+}
+
 // The letter of a process's state. It stands behind the process's name, which may hold blanks and brackets.
 char stateOf(pid_t process) {
   std::ifstream file(folderOf(process) + "/stat");
@@ -44,6 +55,14 @@ std::size_t residentMemory(pid_t process) {
 
 std::size_t addressSpace(pid_t process) {
   return pages(process, 0);
+}
+
+std::size_t peakMemory(pid_t process) {
+  return bytesIn(process, "status", "VmHWM:");
+}
+
+std::size_t countedMemory(pid_t process) {
+  return bytesIn(process, "smaps_rollup", "Rss:");
 }
 
 std::size_t openFiles(pid_t process) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -165,11 +166,13 @@ bool ServerProcess::readMore() {
 int ServerProcess::waitForExit() {
   const auto end = std::chrono::steady_clock::now() + patience;
   int status = 0;
-  while (waitpid(id_, &status, WNOHANG) == 0) {
+  rusage used{};
+  while (wait4(id_, &status, WNOHANG, &used) == 0) {
     if (std::chrono::steady_clock::now() > end) kill(id_, SIGKILL);
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   id_ = -1;
+  peakMemory_ = static_cast<std::size_t>(used.ru_maxrss) * 1024;
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 

@@ -63,6 +63,9 @@ class ServerProcess {
 
   /// Closes its input, and waits for its end, half a minute at most.
   Ending finish();
+  /// The most memory that it ever held, in bytes, known when it has ended. No less than what this test held
+  /// when it started the server, because the process began as a copy of it.
+  std::size_t peakMemory() const { return peakMemory_; }
 
   pid_t id() const { return id_; }
   /// Our ends of its pipes; -1 when closed.
@@ -78,6 +81,7 @@ class ServerProcess {
   int output_ = -1;
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> errors_;
   std::string received_;
+  std::size_t peakMemory_ = 0;
   std::size_t searched_ = 0;  // so far there is no line feed in what is received
 };
 
