@@ -81,22 +81,38 @@ std::vector<char32_t> plainForms(char32_t unit) {
   return forms;
 }
 
-// An ASCII letter with marks: alone or composed with any of them.
+// Marks that are others under a second name, or several in one.
+constexpr std::array<char32_t, 7> composedMarks = {0x0340, 0x0341, 0x0343, 0x0344, 0x0F73, 0x0F75, 0x0F81};
+
+bool standsForOneOf(std::u32string_view marks, char32_t composedMark) {
+  const Folding& folding = foldingOf(composedMark);
+  return std::any_of(folding.units.begin(), folding.units.begin() + folding.count,
+                     [marks](char32_t unit) { return marks.find(unit) != std::u32string_view::npos; });
+}
+
+// An ASCII letter with marks: it begins alone or composed with any of them, and ends with one of them or
+// composed with it. Which one is last is open, since marks may be written in more than one order.
 LetterForms markedForms(char32_t unit, std::u32string_view marks) {
-  LetterForms forms{plainForms(unit), {}};
-  for (std::size_t i = 0; i < forms.first.size(); ++i) {
+  const std::vector<char32_t> bare = plainForms(unit);
+  std::vector<char32_t> composed;
+  for (std::size_t i = 0; i < bare.size() + composed.size(); ++i) {
+    const char32_t form = i < bare.size() ? bare[i] : composed[i - bare.size()];
     for (const char32_t mark : marks) {
-      const UChar32 composed =
-          nfc().composePair(static_cast<UChar32>(forms.first[i]), static_cast<UChar32>(mark));
-      if (composed < 0) continue;
-      const auto known = std::find(forms.first.begin(), forms.first.end(), static_cast<char32_t>(composed));
-      if (known == forms.first.end()) forms.first.push_back(static_cast<char32_t>(composed));
+      const UChar32 both = nfc().composePair(static_cast<UChar32>(form), static_cast<UChar32>(mark));
+      if (both < 0) continue;
+      const auto known = std::find(composed.begin(), composed.end(), static_cast<char32_t>(both));
+      if (known == composed.end()) composed.push_back(static_cast<char32_t>(both));
     }
   }
-  addCaseVariants(forms.first);
-  keepFormsOf(unit, forms.first);
-  forms.last = forms.first;
+  addCaseVariants(composed);
+  keepFormsOf(unit, composed);
+
+  LetterForms forms{bare, composed};
+  forms.first.insert(forms.first.end(), composed.begin(), composed.end());
   forms.last.insert(forms.last.end(), marks.begin(), marks.end());
+  for (const char32_t mark : composedMarks) {
+    if (standsForOneOf(marks, mark)) forms.last.push_back(mark);
+  }
   return forms;
 }
 

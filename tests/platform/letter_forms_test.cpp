@@ -69,6 +69,18 @@ TEST(LetterForms, HoldAComposedLetterThatLacksTheLastMarks) {
   EXPECT_TRUE(holds(forms.last, U'\u0301'));
 }
 
+TEST(LetterForms, HoldEveryMarkThatIsOthersUnderASecondName) {
+  int held = 0;
+  forEachChangedCodePoint([&](char32_t character, const Folding& folding) {
+    const std::u32string marks = unitsOf(folding);
+    if (!std::all_of(marks.begin(), marks.end(), isMark) || folding.units[0] == 0x0345) return;
+    ++held;
+    EXPECT_TRUE(holds(formsOf(U"a" + marks).last, character))
+        << std::hex << static_cast<std::uint32_t>(character);
+  });
+  EXPECT_EQ(held, 7);
+}
+
 TEST(LetterForms, HoldEveryKoreanSyllableWholeAndInParts) {
   for (char32_t syllable = 0xAC00; syllable <= 0xD7A3; ++syllable) {
     const std::u32string parts = unitsOf(foldingOf(syllable));

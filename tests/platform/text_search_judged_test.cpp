@@ -25,7 +25,7 @@ std::string shown(const std::optional<TextMatch>& match) {
 using namespace std::string_view_literals;
 
 // Each rich in one kind of trouble. They are short, so that texts made of them have matches.
-const std::array<std::u32string_view, 15> alphabets = {
+const std::array<std::u32string_view, 16> alphabets = {
     U"aAbB\n ",
     U"etaoinshrdluETAOINSHRDLU ,.",
     U"sSſßẞﬆt",
@@ -33,6 +33,7 @@ const std::array<std::u32string_view, 15> alphabets = {
     U"iIİı\u0307\u0323lL\u0301",
     U"e\u0301\u0300\u0323\u0327éẹE\u0345\u05B0\u0334\u035C",
     U"eEêÊếẾ\u0302\u0301oôơờ\u031B\u0300",
+    U"aAà\u0300\u0340\u0301\u0341\u0313\u0343\u0308\u0344r\u0F71\u0F72\u0F73",
     U"αΑι\u0345ᾳᾼΐΐ\u0308\u0301ϊ\u0313",
     U"nʼŉNkKKåÅÅ\u030AaẚʾΩΩ",
     U"добрыйДОБРЫЙ и\u0306",

@@ -106,6 +106,14 @@ TEST(TextSearch, TakesCanonicallyEquivalentTextsForEqual) {
               {"ΐ", "Ι\u0308\u0301", "[0, 6)"}});
 }
 
+TEST(TextSearch, FindsMarksUnderTheirSecondNames) {
+  expectEach({{"a\u0343reou", "xA\u0343REOUx", "[1, 8)"},
+              {"a\u0313reou", "xA\u0343REOUx", "[1, 8)"},
+              {"a\u0308\u0301reou", "xA\u0344REOUx", "[1, 8)"},
+              {"a\u0344reou", "xA\u0308\u0301REOUx", "[1, 10)"},
+              {"àreou", "xA\u0340REOUx", "[1, 8)"}});
+}
+
 TEST(TextSearch, NeverPartsALetterFromItsMarks) {
   expectEach({{"e", "é", "nothing"},
               {"e", "e\u0301", "nothing"},
