@@ -6,8 +6,7 @@ namespace halvane {
 std::string advice(const std::error_code& answer) {
   if (!answer) {
     return "macOS protects the Documents folder app by app. If your assistant finds nothing all the same, "
-           "allow "
-           "its app: System Settings, Privacy & Security, Files and Folders. Then start it again.";
+           "allow its app: System Settings, Privacy & Security, Files and Folders. Then start it again.";
   }
   if (answer != std::errc::permission_denied && answer != std::errc::operation_not_permitted) return {};
   return "macOS protects the Documents folder. Allow it to this terminal and to your assistant's app: System "
