@@ -1,6 +1,9 @@
 #include "journal/journal_store.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "journal/entry_parser.h"
@@ -10,15 +13,49 @@
 namespace halvane {
 namespace {
 
-void sortNewestFirst(std::vector<Entry>& entries) {
-  std::stable_sort(entries.begin(), entries.end(),
-                   [](const Entry& left, const Entry& right) { return left.date > right.date; });
-}
+// The files that are to become entries, as they were read: to make an Entry takes longer than to search one,
+// and most are pushed out again by newer ones. There are never more than twice as many as are wanted.
+class NewestFiles {
+ public:
+  explicit NewestFiles(std::size_t most) : most_(most) {}
 
-void cutTo(std::vector<Entry>& entries, std::size_t newest) {
-  if (entries.size() > newest)
-    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(newest), entries.end());
-}
+  // Takes a file with the entry's `date`. Of equal dates those taken first stay.
+  void take(Instant date, std::string_view path, std::string_view content) {
+    if (oldest_ && date <= *oldest_) return;
+    files_.push_back({date, std::string(path), std::string(content)});
+    if (files_.size() / 2 > most_) sortAndCut();
+  }
+
+  std::vector<Entry> entries() {
+    sortAndCut();
+    std::vector<Entry> entries;
+    entries.reserve(files_.size());
+    for (File& file : files_) {
+      const std::string content = std::move(file.content);
+      if (const auto text = EntryText::read(content)) entries.push_back(text->entry({file.path}));
+    }
+    return entries;
+  }
+
+ private:
+  struct File {
+    Instant date;
+    std::string path;
+    std::string content;
+  };
+
+  void sortAndCut() {
+    std::stable_sort(files_.begin(), files_.end(),
+                     [](const File& left, const File& right) { return left.date > right.date; });
+    if (files_.size() < most_ || files_.empty()) return;
+    files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(most_), files_.end());
+    if (!files_.empty()) oldest_ = files_.back().date;
+  }
+
+  std::size_t most_;
+  std::vector<File> files_;
+  std::optional<Instant> oldest_;  // of those that are kept, once there are as many as are wanted
+};
 
 }  // namespace
 
@@ -27,19 +64,12 @@ std::vector<Entry> loadEntries() {
 }
 
 std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest) {
-  std::vector<Entry> entries;
+  NewestFiles files(newest);
   readFilesBelow(journalRoot().path, ".md", entryOpenings, [&](std::string_view path, std::string_view file) {
     const std::optional<EntryText> text = EntryText::read(file);
-    if (!text || !keep(*text)) return;
-    entries.push_back(text->entry({std::string(path)}));
-    if (entries.size() / 2 > newest) {
-      sortNewestFirst(entries);
-      cutTo(entries, newest);
-    }
+    if (text && keep(*text)) files.take(text->date, path, file);
   });
-  sortNewestFirst(entries);
-  cutTo(entries, newest);
-  return entries;
+  return files.entries();
 }
 
 }  // namespace halvane
