@@ -23,6 +23,7 @@ struct Ruleset {
   std::uint64_t network;
   std::uint64_t scopes;
 };
+constexpr std::uint64_t truncateFile = 1ULL << 14;
 constexpr std::uint64_t useDeviceControls = 1ULL << 15;
 constexpr std::uint64_t bindOrConnectTcp = 1ULL << 0 | 1ULL << 1;
 constexpr std::uint64_t reachOutsideSocketsAndProcesses = 1ULL << 0 | 1ULL << 1;
@@ -32,28 +33,6 @@ constexpr std::uint64_t changeFiles =
     LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_CHAR | LANDLOCK_ACCESS_FS_MAKE_DIR |
     LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SOCK | LANDLOCK_ACCESS_FS_MAKE_FIFO |
     LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM;
-
-// Landlock: rights that a ruleset handles and grants to no folder are gone everywhere. Reading is not
-// handled, so it stays as it was. Each version of the interface knows more rights, and refuses those that it
-// doesn't know. Cutting a file short is left to the filter: with that right in the ruleset the kernel walks
-// from every file that is opened, be it only to read, up to the root of the file system, and a search of many
-// small files takes a third longer.
-void giveUpChangingFiles() {
-  const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
-  if (version < 1) return;
-  Ruleset ruleset{changeFiles, 0, 0};
-  if (version >= 2) ruleset.files |= LANDLOCK_ACCESS_FS_REFER;
-  if (version >= 4) ruleset.network = bindOrConnectTcp;
-  if (version >= 5) ruleset.files |= useDeviceControls;
-  if (version >= 6) ruleset.scopes = reachOutsideSocketsAndProcesses;
-  const std::size_t size = version >= 6   ? sizeof ruleset
-                           : version >= 4 ? offsetof(Ruleset, scopes)
-                                          : offsetof(Ruleset, network);
-  const long descriptor = syscall(SYS_landlock_create_ruleset, &ruleset, size, 0);
-  if (descriptor < 0) return;
-  syscall(SYS_landlock_restrict_self, descriptor, 0);
-  close(static_cast<int>(descriptor));
-}
 
 // Refused whatever their arguments are. Allow-lists break at the next update of the C library, so this is a
 // list of what reading and answering will never need, beyond what Landlock refuses already.
@@ -102,9 +81,10 @@ void refuseOpeningForWriting(const Filter& filter) {
   seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0);
 }
 
-void refuseSystemCalls() {
+// Whether the kernel has taken the filter.
+bool refuseSystemCalls() {
   const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
-  if (!filter) return;
+  if (!filter) return false;
   constexpr std::uint32_t binarySearch = 2;
   seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, binarySearch);
   // A call by the rules of another processor, which the filter can't look into
@@ -115,15 +95,40 @@ void refuseSystemCalls() {
   refuseWhere(filter, SCMP_SYS(kill), {0, SCMP_CMP_NE, self, 0});
   refuseWhere(filter, SCMP_SYS(tgkill), {0, SCMP_CMP_NE, self, 0});
   refuseWhere(filter, SCMP_SYS(ioctl), {1, SCMP_CMP_EQ, TIOCSTI, 0});
-  seccomp_load(filter.get());
+  return seccomp_load(filter.get()) == 0;
+}
+
+// Landlock: rights that a ruleset handles and grants to no folder are gone everywhere. Reading is not
+// handled, so it stays as it was. Each version of the interface knows more rights, and refuses those that it
+// doesn't know.
+//
+// The right to cut files short is taken only where the filter isn't there to refuse it: with that one in the
+// ruleset the kernel walks from every file that is opened, be it only to read, up to the root of the file
+// system, and a search of many small files takes a third longer.
+void giveUpChangingFiles(bool filtered) {
+  const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+  if (version < 1) return;
+  Ruleset ruleset{changeFiles, 0, 0};
+  if (version >= 2) ruleset.files |= LANDLOCK_ACCESS_FS_REFER;
+  if (version >= 3 && !filtered) ruleset.files |= truncateFile;
+  if (version >= 4) ruleset.network = bindOrConnectTcp;
+  if (version >= 5) ruleset.files |= useDeviceControls;
+  if (version >= 6) ruleset.scopes = reachOutsideSocketsAndProcesses;
+  const std::size_t size = version >= 6   ? sizeof ruleset
+                           : version >= 4 ? offsetof(Ruleset, scopes)
+                                          : offsetof(Ruleset, network);
+  const long descriptor = syscall(SYS_landlock_create_ruleset, &ruleset, size, 0);
+  if (descriptor < 0) return;
+  syscall(SYS_landlock_restrict_self, descriptor, 0);
+  close(static_cast<int>(descriptor));
 }
 
 }  // namespace
 
 void enterReadOnly() {
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-  giveUpChangingFiles();
-  refuseSystemCalls();
+  const bool filtered = refuseSystemCalls();
+  giveUpChangingFiles(filtered);
 }
 
 }  // namespace halvane::sandbox

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <linux/random.h>
+#include <seccomp.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
@@ -23,6 +24,8 @@
 #include <functional>
 #include <iterator>
 #include <map>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -206,6 +209,42 @@ TEST_F(Sandbox, LeavesReadingAsItWas) {
       {"a signal to itself", [] { return kill(getpid(), 0); }},
   };
   for (const auto& [name, act] : acts) EXPECT_EQ(outcomeInside(act), "done") << name;
+}
+
+// For a child process: from here on the kernel doesn't know `calls`, nor a filter of system calls by its
+// older name when `filters` is false. As in an old kernel, or in a container that allows no more.
+void forget(const std::vector<int>& calls, bool filters) {
+  using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
+  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
+  for (const int call : calls) seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), call, 0);
+  const scmp_arg_cmp setFilter{0, SCMP_CMP_EQ, PR_SET_SECCOMP, 0};
+  if (!filters) seccomp_rule_add_array(filter.get(), SCMP_ACT_ERRNO(EINVAL), SCMP_SYS(prctl), 1, &setFilter);
+  if (seccomp_load(filter.get()) != 0) throw std::runtime_error("the filter is refused");
+}
+
+TEST_F(Sandbox, IsHeldByEitherOfItsTwoLocksAlone) {
+  const std::string file = at("file");
+  const std::map<std::string, Act> acts = {
+      {"write", [&] { return open(file.c_str(), O_WRONLY | O_CLOEXEC); }},
+      {"cut at opening", [&] { return open(file.c_str(), O_RDONLY | O_TRUNC | O_CLOEXEC); }},
+      {"cut", [&] { return truncate(file.c_str(), 0); }},
+      {"create", [&] { return creat(at("fresh").c_str(), 0600); }},
+      {"make a folder", [&] { return mkdir(at("fresh").c_str(), 0700); }},
+      {"remove", [&] { return unlink(file.c_str()); }},
+      {"rename", [&] { return rename(file.c_str(), at("fresh").c_str()); }},
+  };
+  const auto outcomeAfterForgetting = [](const std::vector<int>& calls, bool filters, const Act& act) {
+    return inChildProcess([&] {
+      forget(calls, filters);
+      sandbox::enterReadOnly();
+      return outcome(act);
+    });
+  };
+  for (const auto& [name, act] : acts) {
+    EXPECT_EQ(outcomeAfterForgetting({SCMP_SYS(landlock_create_ruleset)}, true, act), "EPERM") << name;
+    if (!knowsLandlock(3)) continue;
+    EXPECT_EQ(outcomeAfterForgetting({SCMP_SYS(seccomp)}, false, act), "EACCES") << name;
+  }
 }
 
 TEST_F(Sandbox, LeavesUsableWhatIsOpen) {
