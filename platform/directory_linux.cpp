@@ -1,9 +1,7 @@
 #include <dirent.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 
 #include "platform/directory.h"
 
@@ -41,12 +39,10 @@ void Directory::read(int descriptor) {
       const auto* item = reinterpret_cast<const dirent64*>(block.data() + at);
       at += item->d_reclen;
       if (item->d_name[0] == '.') continue;
-      items_.push_back({names_.size(), kindOf(item->d_type)});
-      names_.append(item->d_name, std::strlen(item->d_name) + 1);
+      add(item->d_name, kindOf(item->d_type));
     }
   }
-  std::sort(items_.begin(), items_.end(),
-            [this](const Item& left, const Item& right) { return std::strcmp(name(left), name(right)) < 0; });
+  sortByName();
 }
 
 }  // namespace halvane

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -120,12 +119,10 @@ void Directory::read(int descriptor) {
       const Record record(begin);
       begin = record.end();
       if (record.hasError() || record.isHidden()) continue;
-      items_.push_back({names_.size(), record.kind()});
-      names_.append(record.name(), std::strlen(record.name()) + 1);
+      add(record.name(), record.kind());
     }
   }
-  std::sort(items_.begin(), items_.end(),
-            [this](const Item& left, const Item& right) { return std::strcmp(name(left), name(right)) < 0; });
+  sortByName();
 }
 
 }  // namespace halvane
