@@ -1,0 +1,52 @@
+#include "platform/sandbox.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "bench/rounds.h"
+#include "tests/figures/figure.h"
+#include "tests/support/child_process.h"
+
+// What giving up everything but reading adds to the start.
+
+namespace halvane {
+namespace {
+
+// In a process of its own: there is no way back out of it.
+double secondsToEnter() {
+  return std::stod(inChildProcess([] {
+    const Stopwatch watch;
+    sandbox::enterReadOnly();
+    return std::to_string(watch.seconds());
+  }));
+}
+
+double secondsToSayHello() {
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  std::string program = HALVANE_HELLO;
+  char* const arguments[] = {program.data(), nullptr};
+  pid_t process = 0;
+  const Stopwatch watch;
+  if (posix_spawn(&process, program.c_str(), &actions, nullptr, arguments, environ) != 0)
+    throw std::runtime_error("can't start " + program);
+  waitpid(process, nullptr, 0);
+  const double seconds = watch.seconds();
+  posix_spawn_file_actions_destroy(&actions);
+  return seconds;
+}
+
+TEST(SandboxFigures, ItCostsAFractionOfTheLeastThatAProgramCosts) {
+  const std::vector<Times> times = takeTurns({secondsToEnter, secondsToSayHello}, 100);
+  expectAtMost("entering the sandbox", medianRatio(times[0], times[1]), "x the start of hello world", 0.2);
+}
+
+}  // namespace
+}  // namespace halvane
