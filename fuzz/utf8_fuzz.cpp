@@ -8,6 +8,7 @@
 #include "fuzz/property.h"
 #include "platform/utf8.h"
 #include "platform/utf8_blocks.h"
+#include "platform/wide_blocks.h"
 
 // Well-formedness and repair of UTF-8, held against ICU's converter to UTF-16. The input is the bytes.
 
@@ -30,6 +31,8 @@ void compare(std::string_view bytes) {
   const bool wellFormed = isUtf8ToIcu(bytes);
   mustHold(isUtf8(bytes) == wellFormed, "ICU says the same of the bytes");
   if (canCheckInBlocks()) mustHold(isUtf8InBlocks(bytes) == wellFormed, "in blocks it comes out the same");
+  if (hasWideBlocks())
+    mustHold(isUtf8InWideBlocks(bytes) == wellFormed, "in wide blocks it comes out the same");
 
   const std::string repaired = repairUtf8(bytes);
   mustHold(repaired == repairedByIcu(bytes), "ICU repairs the bytes alike");

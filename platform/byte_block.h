@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #if defined(__x86_64__)
@@ -34,6 +35,10 @@ struct ByteBlock {
   /// The upper bit of each byte, that of the first one lowest.
   std::uint32_t upperBits() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
 #if defined(__SSSE3__)
+  /// A table of sixteen entries, for lookUp.
+  static ByteBlock table(const std::uint8_t* entries) {
+    return load(entries);
+  }
   /// The entry of the table at each index from 0 to 15.
   static ByteBlock lookUp(ByteBlock table, ByteBlock indices) {
     return {_mm_shuffle_epi8(table.bytes, indices.bytes)};
@@ -45,6 +50,53 @@ struct ByteBlock {
   }
 #endif
 };
+
+#if defined(__AVX2__)
+
+/// The same for thirty-two bytes, on x86-64 processors that have AVX2.
+struct WideByteBlock {
+  static constexpr std::size_t size = 32;
+  __m256i bytes;
+
+  static WideByteBlock load(const void* from) {
+    return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
+  }
+  static WideByteBlock all(std::uint8_t byte) { return {_mm256_set1_epi8(static_cast<char>(byte))}; }
+
+  friend WideByteBlock operator|(WideByteBlock a, WideByteBlock b) {
+    return {_mm256_or_si256(a.bytes, b.bytes)};
+  }
+  friend WideByteBlock operator&(WideByteBlock a, WideByteBlock b) {
+    return {_mm256_and_si256(a.bytes, b.bytes)};
+  }
+  friend WideByteBlock operator^(WideByteBlock a, WideByteBlock b) {
+    return {_mm256_xor_si256(a.bytes, b.bytes)};
+  }
+  friend WideByteBlock operator==(WideByteBlock a, WideByteBlock b) {
+    return {_mm256_cmpeq_epi8(a.bytes, b.bytes)};
+  }
+  friend WideByteBlock saturatingDifference(WideByteBlock a, WideByteBlock b) {
+    return {_mm256_subs_epu8(a.bytes, b.bytes)};
+  }
+  WideByteBlock upperHalves() const {
+    return {_mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(0x0F))};
+  }
+  std::uint32_t upperBits() const { return static_cast<std::uint32_t>(_mm256_movemask_epi8(bytes)); }
+  // The table stands in both halves: a look-up doesn't cross from one to the other.
+  static WideByteBlock table(const std::uint8_t* entries) {
+    return {_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(entries)))};
+  }
+  static WideByteBlock lookUp(WideByteBlock table, WideByteBlock indices) {
+    return {_mm256_shuffle_epi8(table.bytes, indices.bytes)};
+  }
+  template <int distance>
+  WideByteBlock earlier(WideByteBlock before) const {
+    const __m256i between = _mm256_permute2x128_si256(before.bytes, bytes, 0x21);
+    return {_mm256_alignr_epi8(bytes, between, 16 - distance)};
+  }
+};
+
+#endif
 
 #elif defined(__aarch64__)
 
@@ -66,6 +118,7 @@ struct ByteBlock {
     const uint8x16_t set = vandq_u8(vcltzq_s8(vreinterpretq_s8_u8(bytes)), vld1q_u8(places));
     return vaddv_u8(vget_low_u8(set)) | static_cast<std::uint32_t>(vaddv_u8(vget_high_u8(set))) << 8;
   }
+  static ByteBlock table(const std::uint8_t* entries) { return load(entries); }
   static ByteBlock lookUp(ByteBlock table, ByteBlock indices) {
     return {vqtbl1q_u8(table.bytes, indices.bytes)};
   }

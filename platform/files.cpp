@@ -107,7 +107,8 @@ bool isRegular(int descriptor) {
 Directory::Kind kindOf(const Directory& directory, const Directory::Item& item, int folder) {
   if (item.kind != Directory::Kind::unknown) return item.kind;
   struct stat state;
-  if (fstatat(folder, directory.name(item).data(), &state, AT_SYMLINK_NOFOLLOW) != 0) return Directory::Kind::other;
+  if (fstatat(folder, directory.name(item).data(), &state, AT_SYMLINK_NOFOLLOW) != 0)
+    return Directory::Kind::other;
   if (S_ISDIR(state.st_mode)) return Directory::Kind::folder;
   return S_ISREG(state.st_mode) || S_ISLNK(state.st_mode) ? Directory::Kind::link : Directory::Kind::other;
 }

@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "platform/byte_block.h"
+#include "platform/byte_pairs.h"
 #include "platform/folding.h"
 #include "platform/letter_forms.h"
 #include "platform/text.h"
+#include "platform/wide_blocks.h"
 
 namespace halvane {
 namespace {
@@ -171,61 +173,6 @@ bool ByteSet::holds(std::uint8_t byte) const {
                      [byte](Pair pair) { return (byte | pair.bit) == pair.value; });
 }
 
-namespace {
-
-// A set, ready to be looked for in sixteen bytes at once.
-template <std::size_t count>
-class BlockSet {
- public:
-  explicit BlockSet(const ByteSet& set) {
-    for (std::size_t i = 0; i < count; ++i) {
-      bits_[i] = ByteBlock::all(set.pairs()[i].bit);
-      values_[i] = ByteBlock::all(set.pairs()[i].value);
-    }
-  }
-  ByteBlock in(ByteBlock block) const {
-    ByteBlock found = (block | bits_[0]) == values_[0];
-    for (std::size_t i = 1; i < count; ++i) found = found | ((block | bits_[i]) == values_[i]);
-    return found;
-  }
-
- private:
-  std::array<ByteBlock, count> bits_;
-  std::array<ByteBlock, count> values_;
-};
-
-constexpr std::size_t step = 4 * ByteBlock::size;
-
-// Goes on from `at` to the first step in which a byte of the first set stands `distance` places before one of
-// the second, and no further than `last`, the start of the last step. The places as bits, the first one
-// lowest; 0 when there are none.
-template <std::size_t hereCount, std::size_t thereCount>
-std::uint64_t findPairs(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
-                        const ByteSet& hereSet, const ByteSet& thereSet) {
-  const BlockSet<hereCount> here(hereSet);
-  const BlockSet<thereCount> there(thereSet);
-  for (; at <= last; at += step) {
-    ByteBlock pairs[4];
-    for (std::size_t i = 0; i < 4; ++i) {
-      const char* place = body + at + i * ByteBlock::size;
-      pairs[i] = here.in(ByteBlock::load(place)) & there.in(ByteBlock::load(place + distance));
-    }
-    if (((pairs[0] | pairs[1]) | (pairs[2] | pairs[3])).upperBits() == 0) continue;
-    return std::uint64_t{pairs[0].upperBits()} | std::uint64_t{pairs[1].upperBits()} << 16 |
-           std::uint64_t{pairs[2].upperBits()} << 32 | std::uint64_t{pairs[3].upperBits()} << 48;
-  }
-  return 0;
-}
-
-// By the sizes of the two sets, each less one
-using FindPairs = decltype(&findPairs<1, 1>);
-constexpr std::array<std::array<FindPairs, ByteSet::most>, ByteSet::most> findPairsBySizes = {
-    {{findPairs<1, 1>, findPairs<1, 2>, findPairs<1, 3>},
-     {findPairs<2, 1>, findPairs<2, 2>, findPairs<2, 3>},
-     {findPairs<3, 1>, findPairs<3, 2>, findPairs<3, 3>}}};
-
-}  // namespace
-
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
   Letters letters(units, turkic);
   // A seam that comes twice in the query comes thick in a body made of the query's own pieces, and then each
@@ -264,6 +211,8 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
 }
 
 std::size_t SearchFilter::Places::next() {
+  constexpr std::size_t step = bytePairStep;
+  static const FindPairs findPairs = hasWideBlocks() ? findPairsInWideBlocks : findPairsBy<ByteBlock>;
   const std::size_t distance = filter_.distance_;
   if (body_.size() < step + distance) return nextByByte();
   const std::size_t end = body_.size() - distance;
@@ -272,8 +221,7 @@ std::size_t SearchFilter::Places::next() {
     if (at_ >= end) return std::string_view::npos;
     const std::size_t unseen = at_;
     const std::size_t begin = at_ = std::min(at_, last);  // the last step looks at some places again
-    const auto find = findPairsBySizes[filter_.here_.size() - 1][filter_.there_.size() - 1];
-    found_ = find(body_.data(), at_, last, distance, filter_.here_, filter_.there_);
+    found_ = findPairs(body_.data(), at_, last, distance, filter_.here_, filter_.there_);
     if (at_ == begin) found_ = found_ >> (unseen - begin) << (unseen - begin);
     if (found_ == 0) at_ = std::max(at_, begin + step);
   }

@@ -2,6 +2,7 @@
 
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -36,6 +37,15 @@ std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t 
   std::size_t start = place > reach ? startOfCodePoint(body, place - reach) : 0;
   while (!startsSegment(body, start)) start = startOfCodePoint(body, start - 1);
   return start;
+}
+
+// The start of a segment at or behind which every match ends that has `units` units behind the byte at
+// `place`.
+std::size_t endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
+  std::size_t end = std::min(place + 1 + U8_MAX_LENGTH * units, body.size());
+  while (end < body.size() && U8_IS_TRAIL(body[end])) ++end;
+  for (std::size_t next = end; !startsSegment(body, end); end = next) nextCodePoint(body, next);
+  return end;
 }
 
 }  // namespace
@@ -172,12 +182,16 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   // Where the query is made of the same few letters as the body, nearly every place is possible and comparing
   // them one by one would never end. The exact search, which takes linear time, takes over in good time.
   const std::size_t enough = body.size() / 16;
+  const std::size_t before = query.filter->unitsBefore();
   std::size_t steps = 0;
   SearchFilter::Places places(*query.filter, body);
   for (std::size_t place = places.next(); place != std::string_view::npos; place = places.next()) {
-    if (steps > enough || query.mayMatchAt(body, place, ++steps)) {
-      return query.find(body, startOfWindow(body, place, query.filter->unitsBefore()));
-    }
+    if (steps > enough) return query.find(body, startOfWindow(body, place, before));
+    if (!query.mayMatchAt(body, place, ++steps)) continue;
+    const std::size_t begin = startOfWindow(body, place, before);
+    const std::size_t end = endOfWindow(body, place, wanted - before);
+    if (const auto match = query.find(body.substr(0, end), begin)) return match;
+    steps += wanted + end - begin;
   }
   return std::nullopt;
 }

@@ -6,12 +6,13 @@
 
 #include "platform/text.h"
 #include "platform/utf8_blocks.h"
+#include "platform/wide_blocks.h"
 
 namespace halvane {
 
-bool isUtf8(std::string_view bytes) {
-  static const bool inBlocks = canCheckInBlocks();
-  if (inBlocks) return isUtf8InBlocks(bytes);
+namespace {
+
+bool isUtf8OneByOne(std::string_view bytes) {
   const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
   for (std::size_t at = 0; at < bytes.size();) {
     UChar32 character;
@@ -19,6 +20,15 @@ bool isUtf8(std::string_view bytes) {
     if (character < 0) return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view bytes) {
+  static const auto isUtf8Here = hasWideBlocks()      ? isUtf8InWideBlocks
+                                 : canCheckInBlocks() ? isUtf8InBlocks
+                                                      : isUtf8OneByOne;
+  return isUtf8Here(bytes);
 }
 
 std::string repairUtf8(std::string_view bytes) {

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+// A byte of UTF-8 is wrong for its neighbours in one of the ways below, and each way shows in three half
+// bytes: both halves of the byte before and the upper half of the byte itself. Three table look-ups give the
+// ways that each half allows; what all three allow has happened (the method of Keiser and Lemire, "Validating
+// UTF-8 In Less Than One Instruction Per Byte", 2021).
+
+namespace halvane::utf8 {
+
+inline constexpr std::uint8_t tooShort = 1 << 0;   // a lead byte or more than one, then no continuation
+inline constexpr std::uint8_t tooLong = 1 << 1;    // ASCII, then a continuation
+inline constexpr std::uint8_t overlong3 = 1 << 2;  // E0 80 to E0 9F
+inline constexpr std::uint8_t tooLarge = 1 << 3;   // F4 90 and beyond
+inline constexpr std::uint8_t surrogate = 1 << 4;  // ED A0 to ED BF
+inline constexpr std::uint8_t overlong2 = 1 << 5;  // C0, C1
+inline constexpr std::uint8_t tooLarge8 = 1 << 6;  // F5 to FF, then 80 to 8F
+inline constexpr std::uint8_t overlong4 = 1 << 6;  // F0 80 to F0 8F
+inline constexpr std::uint8_t twoInARow = 1 << 7;  // two continuations: right only inside three or four bytes
+
+using Table = std::array<std::uint8_t, 16>;
+
+template <typename Ways>
+inline constexpr Table tableOf(Ways waysOf) {
+  Table table{};
+  for (unsigned half = 0; half < table.size(); ++half) table[half] = static_cast<std::uint8_t>(waysOf(half));
+  return table;
+}
+
+inline constexpr Table byUpperHalfBefore = tableOf([](unsigned half) -> int {
+  if (half < 0x8) return tooLong;
+  if (half < 0xC) return twoInARow;
+  if (half == 0xC) return tooShort | overlong2;
+  if (half == 0xD) return tooShort;
+  if (half == 0xE) return tooShort | overlong3 | surrogate;
+  return tooShort | tooLarge | tooLarge8 | overlong4;
+});
+
+inline constexpr Table byLowerHalfBefore = tableOf([](unsigned half) -> int {
+  constexpr int always = tooShort | tooLong | twoInARow;  // the lower half can't rule these out
+  if (half == 0x0) return always | overlong3 | overlong2 | overlong4;
+  if (half == 0x1) return always | overlong2;
+  if (half < 0x4) return always;
+  if (half == 0x4) return always | tooLarge;
+  if (half == 0xD) return always | tooLarge | tooLarge8 | surrogate;
+  return always | tooLarge | tooLarge8;
+});
+
+inline constexpr Table byUpperHalf = tableOf([](unsigned half) -> int {
+  constexpr int continuation = tooLong | overlong2 | twoInARow;
+  if (half == 0x8) return continuation | overlong3 | tooLarge8 | overlong4;
+  if (half == 0x9) return continuation | overlong3 | tooLarge;
+  if (half == 0xA || half == 0xB) return continuation | surrogate | tooLarge;
+  return tooShort;
+});
+
+/// Checks a text block by block. Block is ByteBlock or WideByteBlock.
+template <typename Block>
+class Checker {
+ public:
+  /// Whether `bytes` are well-formed UTF-8.
+  static bool isUtf8(std::string_view bytes) {
+    Checker checker;
+    std::size_t at = 0;
+    for (; at + step <= bytes.size(); at += step) checker.checkStep(bytes.data() + at);
+    char rest[step] = {};  // ended by NULs, which are characters of their own
+    for (std::size_t i = 0; at + i < bytes.size(); ++i) rest[i] = bytes[at + i];
+    checker.checkStep(rest);
+    return checker.allRight();
+  }
+
+ private:
+  // So many at once: in most languages' journals these bytes are often ASCII alone, and then one look is
+  // enough.
+  static constexpr std::size_t step = 128;
+  static constexpr std::size_t blocksAStep = step / Block::size;
+
+  void checkStep(const char* bytes) {
+    Block blocks[blocksAStep];
+    Block any = Block::all(0);
+    for (std::size_t i = 0; i < blocksAStep; ++i) {
+      blocks[i] = Block::load(bytes + i * Block::size);
+      any = any | blocks[i];
+    }
+    if (any.upperBits() == 0) {
+      wrong_ = wrong_ | unfinished_;
+      unfinished_ = Block::all(0);
+      last_ = blocks[blocksAStep - 1];
+    } else {
+      for (const Block block : blocks) check(block);
+    }
+  }
+
+  void check(Block block) {
+    const Block before = block.template earlier<1>(last_);
+    const Block ways = Block::lookUp(Block::table(byUpperHalfBefore.data()), before.upperHalves()) &
+                       Block::lookUp(Block::table(byLowerHalfBefore.data()), before & Block::all(0x0F)) &
+                       Block::lookUp(Block::table(byUpperHalf.data()), block.upperHalves());
+    // Behind a lead byte of three or four, a second or third continuation has to be there and is right.
+    const Block third = saturatingDifference(block.template earlier<2>(last_), Block::all(0xE0 - 0x80));
+    const Block fourth = saturatingDifference(block.template earlier<3>(last_), Block::all(0xF0 - 0x80));
+    wrong_ = wrong_ | (((third | fourth) & Block::all(0x80)) ^ ways);
+    unfinished_ = saturatingDifference(block, Block::load(lastLeads.data()));
+    last_ = block;
+  }
+
+  bool allRight() const {
+    const Block wrong = wrong_ | unfinished_;
+    return (wrong == Block::all(0)).upperBits() ==
+           static_cast<std::uint32_t>((std::uint64_t{1} << Block::size) - 1);
+  }
+
+  // The greatest bytes that may stand last in a block: no lead byte whose continuations are still to come.
+  static constexpr std::array<std::uint8_t, Block::size> lastLeads = [] {
+    std::array<std::uint8_t, Block::size> greatest{};
+    for (std::uint8_t& byte : greatest) byte = 0xFF;
+    greatest[Block::size - 3] = 0xF0 - 1;
+    greatest[Block::size - 2] = 0xE0 - 1;
+    greatest[Block::size - 1] = 0xC0 - 1;
+    return greatest;
+  }();
+
+  Block wrong_ = Block::all(0);
+  Block unfinished_ = Block::all(0);  // where the last block ends inside a character
+  Block last_ = Block::all(0);
+};
+
+}  // namespace halvane::utf8
