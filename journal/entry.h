@@ -55,6 +55,9 @@ struct Entry {
   /// in square brackets.
   static std::vector<std::string> parseTags(std::string_view value);
 
+  /// Whether parseTags(value) would hold `tag`, a canonical one; without making the list.
+  static bool isAmongTags(std::string_view tag, std::string_view value);
+
   /// Equal in all ten fields. Texts are equal when they are canonically equivalent.
   friend bool operator==(const Entry& left, const Entry& right);
 };

@@ -112,9 +112,7 @@ std::optional<NoEntry> whyNoEntry(std::string_view file) {
 }
 
 bool EntryText::hasTag(std::string_view tag) const {
-  if (!tags) return false;
-  const std::vector<std::string> canonical = Entry::parseTags(*tags);
-  return std::find(canonical.begin(), canonical.end(), tag) != canonical.end();
+  return tags && Entry::isAmongTags(tag, *tags);
 }
 
 Entry EntryText::entry(const FileUrl& fileURL) const {

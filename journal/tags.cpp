@@ -59,15 +59,38 @@ std::string_view trim(std::string_view text, std::string_view characters) {
   return text.substr(begin, text.find_last_not_of(characters) + 1 - begin);
 }
 
+// Most tags are written as they are meant: nothing in them has to be changed.
+bool isOfPlainLetters(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || byte == '-';
+  });
+}
+
 bool isTooLong(std::string_view text) {
   return text.size() > longestTag && Characters(text).forward(0, longestTag) < text.size();
+}
+
+// Shows the pieces of a tags value one by one, as long as `visit` says to go on. Whether it always did.
+template <typename Visit>
+bool eachPiece(std::string_view value, Visit visit) {
+  const std::string_view list = trim(value, "[] \t");
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find_first_of(",\n", begin), list.size());
+    if (!visit(list.substr(begin, end - begin))) return false;
+    begin = end + 1;
+  }
+  return true;
 }
 
 }  // namespace
 
 std::optional<std::string> Entry::normalizeTag(std::string_view text) {
-  const std::string plain = precomposed(lowercased(trimWhitespacesAndNewlines(text)));
-  const std::string kept = onlyLettersDigitsAndHyphens(joinWords(withoutHashes(plain)));
+  const std::string_view trimmed = trimWhitespacesAndNewlines(text);
+  std::string kept(trimmed);
+  if (!isOfPlainLetters(trimmed)) {
+    const std::string plain = precomposed(lowercased(trimmed));
+    kept = onlyLettersDigitsAndHyphens(joinWords(withoutHashes(plain)));
+  }
   const std::string_view tag = trim(kept, "-");
   if (tag.empty() || isTooLong(tag)) return std::nullopt;
   return std::string(tag);
@@ -84,14 +107,16 @@ std::vector<std::string> Entry::normalizeTags(const std::vector<std::string_view
 }
 
 std::vector<std::string> Entry::parseTags(std::string_view value) {
-  const std::string_view list = trim(value, "[] \t");
   std::vector<std::string_view> pieces;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find_first_of(",\n", begin), list.size());
-    pieces.push_back(list.substr(begin, end - begin));
-    begin = end + 1;
-  }
+  eachPiece(value, [&](std::string_view piece) {
+    pieces.push_back(piece);
+    return true;
+  });
   return normalizeTags(pieces);
+}
+
+bool Entry::isAmongTags(std::string_view tag, std::string_view value) {
+  return !eachPiece(value, [&](std::string_view piece) { return normalizeTag(piece) != tag; });
 }
 
 }  // namespace halvane
