@@ -40,12 +40,16 @@ std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t 
 }
 
 // The start of a segment at or behind which every match ends that has `units` units behind the byte at
-// `place`.
-std::size_t endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
+// `place`; nothing where that is so far away that it isn't worth looking at what lies between alone.
+std::optional<std::size_t> endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
+  constexpr std::size_t longest = 4096;
   std::size_t end = std::min(place + 1 + U8_MAX_LENGTH * units, body.size());
   while (end < body.size() && U8_IS_TRAIL(body[end])) ++end;
-  for (std::size_t next = end; !startsSegment(body, end); end = next) nextCodePoint(body, next);
-  return end;
+  for (std::size_t next = end; !startsSegment(body, end); end = next) {
+    if (end - place > longest) return std::nullopt;
+    nextCodePoint(body, next);
+  }
+  return end - place > longest ? std::nullopt : std::optional(end);
 }
 
 }  // namespace
@@ -189,9 +193,10 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
     if (steps > enough) return query.find(body, startOfWindow(body, place, before));
     if (!query.mayMatchAt(body, place, ++steps)) continue;
     const std::size_t begin = startOfWindow(body, place, before);
-    const std::size_t end = endOfWindow(body, place, wanted - before);
-    if (const auto match = query.find(body.substr(0, end), begin)) return match;
-    steps += wanted + end - begin;
+    const std::optional<std::size_t> end = endOfWindow(body, place, wanted - before);
+    if (!end) return query.find(body, begin);
+    if (const auto match = query.find(body.substr(0, *end), begin)) return match;
+    steps += wanted + *end - begin;
   }
   return std::nullopt;
 }
