@@ -74,4 +74,8 @@ std::uint64_t findPairsBy(const char* body, std::size_t& at, std::size_t last, s
   return bySizes[here.size() - 1][there.size() - 1](body, at, last, distance, here, there);
 }
 
+/// A FindPairs for thirty-two bytes at once: half the instructions. Only where hasWideBlocks().
+std::uint64_t findPairsInWideBlocks(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
+                                    const ByteSet& here, const ByteSet& there);
+
 }  // namespace halvane

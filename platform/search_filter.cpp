@@ -13,8 +13,8 @@
 #include "platform/byte_pairs.h"
 #include "platform/folding.h"
 #include "platform/letter_forms.h"
+#include "platform/processor.h"
 #include "platform/text.h"
-#include "platform/wide_blocks.h"
 
 namespace halvane {
 namespace {

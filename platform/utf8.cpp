@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
+#include "platform/processor.h"
 #include "platform/text.h"
 #include "platform/utf8_blocks.h"
-#include "platform/wide_blocks.h"
 
 namespace halvane {
 

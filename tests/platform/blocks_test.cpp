@@ -9,9 +9,9 @@
 
 #include "platform/byte_block.h"
 #include "platform/byte_pairs.h"
+#include "platform/processor.h"
 #include "platform/search_filter.h"
 #include "platform/utf8_blocks.h"
-#include "platform/wide_blocks.h"
 
 // The loops over blocks of bytes, for blocks of each size that this processor has, against a loop over bytes.
 

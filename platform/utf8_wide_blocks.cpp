@@ -1,7 +1,5 @@
-#include "platform/wide_blocks.h"
-
 #include "platform/byte_block.h"
-#include "platform/byte_pairs.h"
+#include "platform/utf8_blocks.h"
 #include "platform/utf8_checker.h"
 
 // Compiled for AVX2 where there may be one. So nothing in here may be called, nor be shared with another
@@ -20,11 +18,6 @@ using Widest = ByteBlock;
 
 bool isUtf8InWideBlocks(std::string_view bytes) {
   return utf8::Checker<Widest>::isUtf8(bytes);
-}
-
-std::uint64_t findPairsInWideBlocks(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
-                                    const ByteSet& here, const ByteSet& there) {
-  return findPairsBy<Widest>(body, at, last, distance, here, there);
 }
 
 }  // namespace halvane
