@@ -2,7 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/journal_text.h"
-#include "platform/text_search.h"
+#include "search/text_search.h"
 
 namespace halvane {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "platform/files.h"
-#include "platform/preferences.h"
+#include "system/files.h"
+#include "user/preferences.h"
 
 namespace halvane {
 namespace {

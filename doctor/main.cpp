@@ -5,8 +5,8 @@
 #include "doctor/examination.h"
 #include "doctor/progress.h"
 #include "doctor/report.h"
-#include "platform/sandbox.h"
-#include "platform/streams.h"
+#include "system/sandbox.h"
+#include "system/streams.h"
 
 namespace {
 

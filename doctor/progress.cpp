@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/streams.h"
+#include "system/streams.h"
 
 namespace halvane {
 namespace {

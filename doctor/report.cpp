@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "doctor/advice.h"
-#include "platform/dates.h"
-#include "platform/text.h"
-#include "platform/user_locale.h"
-#include "platform/utf8.h"
+#include "text/text.h"
+#include "text/utf8.h"
 #include "tools/date_style.h"
+#include "user/dates.h"
+#include "user/user_locale.h"
 
 namespace halvane {
 namespace {

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "fuzz/property.h"
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace halvane {
 namespace {

@@ -9,8 +9,6 @@
 
 #include "fuzz/opened_paths.h"
 #include "fuzz/property.h"
-#include "platform/text.h"
-#include "platform/utf8.h"
 #include "tests/support/current_folder.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/property_list.h"
@@ -18,6 +16,8 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
+#include "text/text.h"
+#include "text/utf8.h"
 #include "tools/read_entry.h"
 
 // That read_entry opens nothing but the settings and what lies, as text, below the journal. The input is a

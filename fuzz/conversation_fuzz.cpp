@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "fuzz/property.h"
-#include "platform/json.h"
+#include "server/json.h"
 #include "server/message_loop.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"

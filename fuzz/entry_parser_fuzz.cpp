@@ -9,9 +9,9 @@
 #include "fuzz/property.h"
 #include "journal/entry.h"
 #include "journal/entry_parser.h"
-#include "platform/text.h"
-#include "platform/utf8.h"
 #include "tests/support/entry_file.h"
+#include "text/text.h"
+#include "text/utf8.h"
 
 // The parser of entry files and the entry that it makes. The input is the file.
 

@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "fuzz/property.h"
-#include "platform/text.h"
-#include "platform/text_search.h"
-#include "platform/utf8.h"
-#include "tests/platform/plain_search.h"
+#include "search/text_search.h"
+#include "tests/search/plain_search.h"
+#include "text/text.h"
+#include "text/utf8.h"
 
 // The fast search held against its plain judge. The input is a "T" for Turkish or anything else, the query, a
 // byte 0xFF, which is in no UTF-8, and the body. Without a query the body is searched for its own middle in

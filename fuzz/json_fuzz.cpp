@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "fuzz/property.h"
-#include "platform/json.h"
-#include "platform/utf8.h"
+#include "server/json.h"
+#include "text/utf8.h"
 
 // Reading JSON and writing it again. The input is the JSON text, looked at as a message, of whose members
 // only some are kept, and inside an array, of which everything is kept.

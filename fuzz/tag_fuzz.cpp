@@ -9,8 +9,8 @@
 #include "fuzz/plain_tag.h"
 #include "fuzz/property.h"
 #include "journal/entry.h"
-#include "platform/text.h"
-#include "platform/utf8.h"
+#include "text/text.h"
+#include "text/utf8.h"
 
 // The canonical form of tags, held against its plain judge. The input is one text, looked at as a tag and as
 // the value of a tags line.

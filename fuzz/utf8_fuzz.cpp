@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "fuzz/property.h"
-#include "platform/processor.h"
-#include "platform/utf8.h"
-#include "platform/utf8_blocks.h"
+#include "text/processor.h"
+#include "text/utf8.h"
+#include "text/utf8_blocks.h"
 
 // Well-formedness and repair of UTF-8, held against ICU's converter to UTF-16. The input is the bytes.
 

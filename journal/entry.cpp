@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/text.h"
-#include "platform/utf8.h"
+#include "text/text.h"
+#include "text/utf8.h"
 
 namespace halvane {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dates.h"
+#include "user/dates.h"
 
 namespace halvane {
 

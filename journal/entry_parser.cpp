@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
-#include "platform/files.h"
-#include "platform/text.h"
-#include "platform/utf8.h"
+#include "system/files.h"
+#include "text/text.h"
+#include "text/utf8.h"
 
 namespace halvane {
 namespace {

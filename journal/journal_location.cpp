@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/accounts.h"
-#include "platform/paths.h"
+#include "system/accounts.h"
+#include "system/paths.h"
 
 namespace halvane {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "journal/entry.h"
-#include "platform/preferences.h"
+#include "user/preferences.h"
 
 namespace halvane {
 

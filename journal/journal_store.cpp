@@ -8,7 +8,7 @@
 
 #include "journal/entry_parser.h"
 #include "journal/journal_location.h"
-#include "platform/files.h"
+#include "system/files.h"
 
 namespace halvane {
 namespace {

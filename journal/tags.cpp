@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "journal/entry.h"
-#include "platform/text.h"
+#include "text/text.h"
 
 namespace halvane {
 namespace {

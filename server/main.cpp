@@ -1,7 +1,7 @@
 #include <csignal>
 
-#include "platform/sandbox.h"
 #include "server/message_loop.h"
+#include "system/sandbox.h"
 
 namespace {
 

@@ -9,14 +9,14 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/free_memory.h"
-#include "platform/json.h"
-#include "platform/streams.h"
-#include "platform/utf8.h"
+#include "server/json.h"
 #include "server/replies.h"
 #include "server/server_version.h"
 #include "server/tool_catalogue.h"
 #include "server/tool_dispatch.h"
+#include "system/free_memory.h"
+#include "system/streams.h"
+#include "text/utf8.h"
 
 namespace halvane {
 namespace {

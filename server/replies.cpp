@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/streams.h"
+#include "system/streams.h"
 
 namespace halvane {
 namespace {

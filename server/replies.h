@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/json.h"
+#include "server/json.h"
 
 namespace halvane {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/json.h"
+#include "server/json.h"
 
 namespace halvane {
 

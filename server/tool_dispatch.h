@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/json.h"
+#include "server/json.h"
 
 namespace halvane {
 

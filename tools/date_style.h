@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/date_words.h"
+#include "user/date_words.h"
 
 namespace halvane {
 

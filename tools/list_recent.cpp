@@ -1,8 +1,8 @@
 #include "tools/list_recent.h"
 
 #include "journal/journal_store.h"
-#include "platform/dates.h"
 #include "tools/date_style.h"
+#include "user/dates.h"
 
 namespace halvane {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "journal/entry.h"
 #include "journal/journal_location.h"
-#include "platform/paths.h"
-#include "platform/text.h"
-#include "platform/utf8.h"
+#include "system/paths.h"
+#include "text/text.h"
+#include "text/utf8.h"
 #include "tools/date_style.h"
 
 namespace halvane {

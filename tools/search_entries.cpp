@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "journal/journal_store.h"
-#include "platform/text.h"
-#include "platform/text_search.h"
-#include "platform/user_locale.h"
+#include "search/text_search.h"
+#include "text/text.h"
 #include "tools/date_style.h"
+#include "user/user_locale.h"
 
 namespace halvane {
 namespace {

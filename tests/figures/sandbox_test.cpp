@@ -1,4 +1,4 @@
-#include "platform/sandbox.h"
+#include "system/sandbox.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

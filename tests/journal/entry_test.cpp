@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/text.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_vectors.h"
 #include "tests/support/written_file.h"
+#include "text/text.h"
 
 namespace halvane {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/dates.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_home.h"
+#include "user/dates.h"
 
 namespace halvane {
 namespace {

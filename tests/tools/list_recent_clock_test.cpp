@@ -3,11 +3,11 @@
 #include <optional>
 #include <string>
 
-#include "platform/dates.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_home.h"
 #include "tools/list_recent.h"
+#include "user/dates.h"
 
 // ctest holds the clock of these tests at 15:00 UTC on Monday, 3 November 2025.
 

@@ -8,9 +8,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/dates.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "user/dates.h"
 
 namespace halvane {
 namespace {

@@ -1,0 +1,237 @@
+#include "search/text_search.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "tests/search/plain_search.h"
+#include "tests/support/test_vectors.h"
+
+namespace halvane {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr LetterI oneLetter = LetterI::oneLetter;
+constexpr LetterI dottedAndDotless = LetterI::dottedAndDotless;
+
+// "[begin, end)", or "nothing".
+std::string shown(const std::optional<TextMatch>& match) {
+  return match ? "[" + std::to_string(match->begin) + ", " + std::to_string(match->end) + ")" : "nothing";
+}
+
+std::string found(const std::string& query, const std::string& body, LetterI letterI = oneLetter) {
+  return shown(TextSearch(query, letterI).find(body));
+}
+
+struct Case {
+  std::string query, body, match;
+};
+
+void expectEach(std::initializer_list<Case> cases, LetterI letterI = oneLetter) {
+  for (const Case& c : cases) {
+    EXPECT_EQ(found(c.query, c.body, letterI), c.match)
+        << testing::PrintToString(c.query) << " in " << testing::PrintToString(c.body);
+    EXPECT_EQ(shown(plainSearch(c.query, c.body, letterI)), c.match)
+        << "the judge, " << testing::PrintToString(c.query);
+  }
+}
+
+TEST(TextSearch, FindsWhatThePlatformFinds) {
+  for (const auto& line : vectorsIn("find.jsonl")) {
+    std::string expected = "nothing";
+    if (const auto* match = line.at("match").if_array()) {
+      const auto begin = match->at(0).to_number<std::size_t>();
+      expected = shown(TextMatch{begin, begin + match->at(1).to_number<std::size_t>()});
+    }
+    EXPECT_EQ(found(textOf(line, "query"), textOf(line, "body")), expected) << boost::json::serialize(line);
+  }
+}
+
+TEST(TextSearch, IgnoresLetterCase) {
+  expectEach({{"Harbour", "to the harbour", "[7, 14)"},
+              {"harbour", "TO THE HARBOUR", "[7, 14)"},
+              {"УТРО", "доброе утро", "[13, 21)"},
+              {"\U00010400", "\U00010428", "[0, 4)"},
+              {"οδος", "ΟΔΟΣ", "[0, 8)"},
+              {"ΟΔΟΣ", "οδος", "[0, 8)"},
+              {"σ", "ς", "[0, 2)"},
+              {"k", "\u212A", "[0, 3)"},
+              {"s", "ſ", "[0, 2)"},
+              {"Ꭰ", "ꭰ", "[0, 3)"},
+              {"ǆ", "Ǆ", "[0, 2)"},
+              {"ǅ", "ǆ", "[0, 2)"}});
+}
+
+TEST(TextSearch, FoldsCaseInFull) {
+  expectEach({{"straße", "STRASSE", "[0, 7)"},
+              {"STRASSE", "straße", "[0, 7)"},
+              {"ẞ", "ß", "[0, 2)"},
+              {"ss", "ß", "[0, 2)"},
+              {"ß", "ss", "[0, 2)"},
+              {"fi", "ﬁn", "[0, 3)"},
+              {"ﬀi", "ﬃ", "[0, 3)"},
+              {"ŉ", "\u02BCn", "[0, 3)"},
+              {"ΐ", "\u1FD3", "[0, 3)"},
+              {"ᾳ", "αι", "[0, 4)"},
+              {"αι", "ᾼ", "[0, 3)"},
+              {"\u0345", "ι", "[0, 2)"},
+              {"i\u0307", "İ", "[0, 2)"}});
+}
+
+TEST(TextSearch, NeverMatchesAPartOfWhatOneCharacterFoldsTo) {
+  expectEach({{"s", "ß", "nothing"},
+              {"s", "ßs", "[2, 3)"},
+              {"ss", "sß", "[1, 3)"},
+              {"sss", "sß", "[0, 3)"},
+              {"sss", "ßs", "[0, 3)"},
+              {"f", "ﬁ", "nothing"},
+              {"i", "ﬁ", "nothing"},
+              {"ff", "ﬃ", "nothing"},
+              {"n", "ŉ", "nothing"},
+              {"α", "ᾳ", "nothing"},
+              {"ss", "sßs", "[1, 3)"},
+              {"ssss", "sßs", "[0, 4)"}});
+}
+
+TEST(TextSearch, TakesCanonicallyEquivalentTextsForEqual) {
+  expectEach({{"é", "cafe\u0301", "[3, 6)"},
+              {"e\u0301", "café", "[3, 5)"},
+              {"Å", "\u212B", "[0, 3)"},
+              {"a\u0323\u0301", "A\u0301\u0323", "[0, 5)"},
+              {"가", "\u1100\u1161", "[0, 6)"},
+              {"각", "\u1100\u1161\u11A8", "[0, 9)"},
+              {"\u1F80", "\u03B1\u0345\u0313", "[0, 6)"},
+              {"ΐ", "Ι\u0308\u0301", "[0, 6)"}});
+}
+
+TEST(TextSearch, FindsMarksUnderTheirSecondNames) {
+  expectEach({{"a\u0343reou", "xA\u0343REOUx", "[1, 8)"},
+              {"a\u0313reou", "xA\u0343REOUx", "[1, 8)"},
+              {"a\u0308\u0301reou", "xA\u0344REOUx", "[1, 8)"},
+              {"a\u0344reou", "xA\u0308\u0301REOUx", "[1, 10)"},
+              {"àreou", "xA\u0340REOUx", "[1, 8)"}});
+}
+
+TEST(TextSearch, NeverPartsALetterFromItsMarks) {
+  expectEach({{"e", "é", "nothing"},
+              {"e", "e\u0301", "nothing"},
+              {"cafe", "café", "nothing"},
+              {"cafe", "cafe\u0301", "nothing"},
+              {"e", "e\u0301e", "[3, 4)"},
+              {"\u0301", "e\u0301", "nothing"},
+              {"é", "e\u0301\u0323", "nothing"},
+              {"i", "İ", "nothing"},
+              {"\u1100", "가", "nothing"},
+              {"\u1161", "\u1100\u1161", "nothing"},
+              {"가", "각", "nothing"},
+              {"\u11A8", "각", "nothing"},
+              {"न", "न\u093C", "nothing"},
+              {"\u09C7", "\u09C7\u09BE", "nothing"}});
+}
+
+TEST(TextSearch, FindsALoneMark) {
+  expectEach({{"\u0301", "\u0301", "[0, 2)"},
+              {"\u0301", "\u0301\u0301", "nothing"},
+              {"\u0323\u0301", "\u0301\u0323", "[0, 4)"},
+              {"\u0301e", "\u0301e", "[0, 3)"}});
+}
+
+TEST(TextSearch, NeverPartsAnEmojiFromItsSkinOrItsVariation) {
+  expectEach({{"👍", "👍🏽", "nothing"},
+              {"👍🏽", "👍🏽", "[0, 8)"},
+              {"🏽", "👍🏽", "nothing"},
+              {"👍", "👍🏽👍", "[8, 12)"},
+              {"\u2764", "\u2764\uFE0F", "nothing"},
+              {"\u2764\uFE0F", "\u2764\uFE0F", "[0, 6)"},
+              {"#", "#\uFE0F\u20E3", "nothing"}});
+}
+
+TEST(TextSearch, DoesPartWhatOnlyStandsTogetherInOneUserPerceivedCharacter) {
+  expectEach({{"न", "नि", "[0, 3)"},
+              {"ि", "नि", "[3, 6)"},
+              {"👩", "👩\u200D👩\u200D👧", "[0, 4)"},
+              {"👧", "👩\u200D👩\u200D👧", "[14, 18)"},
+              {"\n", "a\r\nb", "[2, 3)"},
+              {"\r", "a\r\nb", "[1, 2)"},
+              {"🇩", "🇩🇪", "[0, 4)"},
+              {"🇪", "🇩🇪", "[4, 8)"}});
+}
+
+TEST(TextSearch, FindsTheFirstOfManyMatches) {
+  expectEach({{"ab", "xababab", "[1, 3)"},
+              {"aab", "aaab", "[1, 4)"},
+              {"aba", "abcababa", "[3, 6)"},
+              {"e", "e\u0301 é e", "[7, 8)"},
+              {"ss", "sſß", "[0, 3)"}});
+}
+
+TEST(TextSearch, TheWholeQueryMustBeThere) {
+  expectEach({{"harbour", "harbou", "nothing"},
+              {"harbour ", "harbour", "nothing"},
+              {" ", "harbour", "nothing"},
+              {"  ", "a b", "nothing"},
+              {"a b", "a\nb", "nothing"},
+              {"a b", "a\u00A0b", "nothing"},
+              {"ａ", "a", "nothing"},
+              {"x", "", "nothing"}});
+}
+
+TEST(TextSearch, ANulIsACharacterLikeAnyOther) {
+  expectEach({{"\0"s, "a\0b"s, "[1, 2)"},
+              {"b", "a\0b"s, "[2, 3)"},
+              {"a\0b"s, "A\0B"s, "[0, 3)"},
+              {"a\0c"s, "a\0b"s, "nothing"}});
+}
+
+TEST(TextSearch, TakesAllLettersIForOneInMostLanguages) {
+  expectEach({{"istanbul", "ISTANBUL", "[0, 8)"},
+              {"I", "ı", "nothing"},
+              {"ı", "I", "nothing"},
+              {"ı", "ı", "[0, 2)"},
+              {"i", "İ", "nothing"},
+              {"i\u0307", "İ", "[0, 2)"}});
+}
+
+TEST(TextSearch, TellsDottedAndDotlessIApartInTurkish) {
+  expectEach({{"istanbul", "İSTANBUL", "[0, 9)"},
+              {"istanbul", "ISTANBUL", "nothing"},
+              {"ısparta", "ISPARTA", "[0, 7)"},
+              {"ISPARTA", "ısparta", "[0, 8)"},
+              {"I", "i", "nothing"},
+              {"i", "I", "nothing"},
+              {"I", "ı", "[0, 2)"},
+              {"İ", "i", "[0, 1)"},
+              {"i", "İ", "[0, 2)"},
+              {"i", "I\u0307", "[0, 3)"},
+              {"I\u0307", "i", "[0, 1)"},
+              {"ı", "I\u0307", "nothing"},
+              {"İ\u0323", "I\u0323\u0307", "[0, 5)"},
+              {"straße", "STRASSE", "[0, 7)"},
+              {"ì", "Ì", "[0, 2)"}},
+             dottedAndDotless);
+}
+
+TEST(TextSearch, TakesTimeInProportionWhateverQueryAndBodyAre) {
+  const std::string body(4000000, 'a');
+  std::string marks = "a";
+  for (int i = 0; i < 500000; ++i) marks += "\u0301\u0323";
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(found(std::string(100000, 'a') + "b", body), "nothing");
+  EXPECT_EQ(found("a", marks), "nothing");
+  EXPECT_EQ(found(marks, marks + "b"), "[0, " + std::to_string(marks.size()) + ")");
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST(TextSearch, OneQueryIsFoundInManyBodies) {
+  TextSearch search("Straße", oneLetter);
+  EXPECT_EQ(shown(search.find("STRASSE")), "[0, 7)");
+  EXPECT_EQ(shown(search.find("stra")), "nothing");
+  EXPECT_EQ(shown(search.find("sse strasse")), "[4, 11)");
+  const TextSearch moved = std::move(search);
+  EXPECT_EQ(shown(moved.find("eine Straße")), "[5, 12)");
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,328 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <filesystem>
+#include <functional>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "system/files.h"
+#include "tests/support/child_process.h"
+#include "tests/support/deep_folder.h"
+#include "tests/support/process_limits.h"
+#include "tests/support/sanitizers.h"
+#include "tests/support/special_file.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/written_file.h"
+
+namespace halvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+// The paths below `root` of the files that the walk shows, in its order.
+Names walked(const std::string& root, Openings openings = {}) {
+  Names names;
+  readFilesBelow(root, ".md", openings, [&](std::string_view path, std::string_view) {
+    names.emplace_back(path.substr(root.size() + (root.ends_with('/') ? 0 : 1)));
+  });
+  return names;
+}
+
+std::string joined(const Names& names) {
+  std::string text;
+  for (const std::string& name : names) text.append(name).append("\n");
+  return text;
+}
+
+TEST(Walk, ShowsEachFileWithItsPathAndItsContent) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "first");
+  writeFile(folder.below("2025/11/b.md"), "second");
+  std::vector<std::pair<std::string, std::string>> shown;
+  readFilesBelow(folder.path(), ".md", {},
+                 [&](std::string_view path, std::string_view content) { shown.emplace_back(path, content); });
+  EXPECT_EQ(shown, (std::vector<std::pair<std::string, std::string>>{
+                       {folder.below("a.md"), "first"}, {folder.below("2025/11/b.md"), "second"}}));
+}
+
+TEST(Walk, TakesAFoldersFilesFirstThenItsFoldersEachInTheOrderOfTheirBytes) {
+  const TemporaryFolder folder;
+  for (const char* name : {"z.md", "a/z.md", "a/a/x.md", "a-b/x.md", "B.md", "é.md", "a.md", "ab/x.md",
+                           "b/x.md", "a/b.md", "a/c.md/x.md", "10.md", "9.md"}) {
+    writeFile(folder.below(name), "");
+  }
+  EXPECT_EQ(walked(folder.path()), (Names{"10.md", "9.md", "B.md", "a.md", "z.md", "é.md", "a/b.md", "a/z.md",
+                                          "a/a/x.md", "a/c.md/x.md", "a-b/x.md", "ab/x.md", "b/x.md"}));
+}
+
+TEST(Walk, TakesFilesWithTheSuffixOnly) {
+  const TemporaryFolder folder;
+  for (const char* name : {"a.md", "b.MD", "c.Md", "d.markdown", "e", "md", "f.md.txt", "g.md~", "h.md ",
+                           "i..md", "j .md", "k.mdx", "lmd"}) {
+    writeFile(folder.below(name), "");
+  }
+  EXPECT_EQ(walked(folder.path()), (Names{"a.md", "i..md", "j .md"}));
+}
+
+TEST(Walk, LeavesOutHiddenFilesAndWhatHiddenFoldersHold) {
+  const TemporaryFolder folder;
+  for (const char* name :
+       {".a.md", ".md", ".hidden/a.md", ".hidden/b/c.md", "shown/.a.md", "shown/b.md", "..c.md"}) {
+    writeFile(folder.below(name), "");
+  }
+  EXPECT_EQ(walked(folder.path()), (Names{"shown/b.md"}));
+}
+
+TEST(Walk, EntersPackagesAndFoldersWithTheSuffix) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("Notes.app/Contents/a.md"), "");
+  writeFile(folder.below("folder.md/a.md"), "");
+  EXPECT_EQ(walked(folder.path()), (Names{"Notes.app/Contents/a.md", "folder.md/a.md"}));
+}
+
+TEST(Walk, ReadsALinkToAFileAndEntersNoLinkToAFolder) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeFile(elsewhere.below("outside.md"), "");
+  writeFile(elsewhere.below("plain"), "");
+  writeFile(folder.below("a.md"), "");
+  makeLink(folder.below("link.md"), elsewhere.below("outside.md"));
+  makeLink(folder.below("renamed.md"), elsewhere.below("plain"));
+  makeLink(folder.below("folder"), elsewhere.path());
+  makeLink(folder.below("folder.md"), elsewhere.path());
+  makeLink(folder.below("loop"), folder.path());
+  makeLink(folder.below("dangling.md"), elsewhere.below("missing.md"));
+  makeLink(folder.below("plain"), elsewhere.below("outside.md"));
+  EXPECT_EQ(walked(folder.path()), (Names{"a.md", "link.md", "renamed.md"}));
+}
+
+TEST(Walk, PassesOverWhatIsNoRegularFileWithoutWaitingForIt) {
+  const TemporaryFolder folder;
+  makeNamedPipe(folder.below("pipe.md"));
+  makeSocket(folder.below("socket.md"));
+  makeFolder(folder.below("empty.md"));
+  makeLink(folder.below("to-pipe.md"), folder.below("pipe.md"));
+  makeLink(folder.below("to-device.md"), "/dev/zero");
+  makeLink(folder.below("to-memory.md"), "/proc/self/mem");
+  writeFile(folder.below("z.md"), "");
+  EXPECT_EQ(walked(folder.path()), (Names{"z.md"}));
+}
+
+TEST(Walk, PassesOverWhatTheUserMayNotRead) {
+  const TemporaryFolder folder;
+  for (const char* name : {"a.md", "closed.md", "closed/b.md", "open/c.md", "unlisted/d.md"})
+    writeFile(folder.below(name), "");
+  ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(folder.below("closed.md").c_str(), 0), 0);
+  ASSERT_EQ(chmod(folder.below("closed").c_str(), 0), 0);
+  ASSERT_EQ(chmod(folder.below("unlisted").c_str(), 0711), 0);
+  EXPECT_EQ(inChildProcess([&] {
+              becomeOrdinaryUser();
+              return joined(walked(folder.path()));
+            }),
+            "a.md\nopen/c.md\n");
+  ASSERT_EQ(chmod(folder.below("closed").c_str(), 0700), 0);
+}
+
+TEST(Walk, TellsWhatItPassesOver) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "---");
+  writeFile(folder.below("begins-otherwise.md"), "text");
+  writeFile(folder.below("closed.md"), "---");
+  writeFile(folder.below("closed/b.md"), "---");
+  writeFile(folder.below("no-such-name.txt"), "text");
+  makeLink(folder.below("link.md"), folder.below("nowhere"));
+  chmod(folder.path().c_str(), 0755);
+  chmod(folder.below("closed.md").c_str(), 0);
+  chmod(folder.below("closed").c_str(), 0);
+  const std::string passedOver = inChildProcess([&] {
+    becomeOrdinaryUser();
+    Names names;
+    const std::array<std::string_view, 1> openings = {"---"};
+    readFilesBelow(
+        folder.path(), ".md", openings, [](std::string_view, std::string_view) {},
+        [&](std::string_view path) { names.emplace_back(path.substr(folder.path().size() + 1)); });
+    return joined(names);
+  });
+  chmod(folder.below("closed").c_str(), 0755);
+  EXPECT_EQ(passedOver, "begins-otherwise.md\nclosed.md\nlink.md\nclosed/\n");
+}
+
+TEST(Opening, IsAnsweredByTheSystem) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "text");
+  EXPECT_EQ(errorOpening(folder.below("a.md")), std::error_code());
+  EXPECT_EQ(errorOpening(folder.path()), std::error_code());
+  EXPECT_EQ(errorOpeningFolder(folder.path()), std::error_code());
+  EXPECT_EQ(errorOpening(folder.below("b.md")), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(errorOpening(folder.path() + std::string("/a.md\0", 6)), std::errc::no_such_file_or_directory);
+  EXPECT_EQ(errorOpeningFolder(folder.below("a.md")), std::errc::not_a_directory);
+}
+
+TEST(Walk, OfARootThatIsMissingOrNoFolderOrClosedShowsNothing) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("file.md"), "");
+  writeFile(folder.below("closed/a.md"), "");
+  makeNamedPipe(folder.below("pipe"));
+  ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(folder.below("closed").c_str(), 0), 0);
+  EXPECT_EQ(walked(folder.below("missing")), Names{});
+  EXPECT_EQ(walked(folder.below("file.md")), Names{});
+  EXPECT_EQ(walked(folder.below("pipe")), Names{});
+  EXPECT_EQ(walked(folder.below("file.md/x")), Names{});
+  EXPECT_EQ(walked(folder.path() + std::string("\0x", 2)), Names{});
+  EXPECT_EQ(inChildProcess([&] {
+              becomeOrdinaryUser();
+              return joined(walked(folder.below("closed")));
+            }),
+            "");
+  ASSERT_EQ(chmod(folder.below("closed").c_str(), 0700), 0);
+}
+
+TEST(Walk, OfAnEmptyRootShowsNothing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(walked(folder.path()), Names{});
+}
+
+TEST(Walk, MayBeginAtAHiddenFolderOrAtALinkToAFolder) {
+  const TemporaryFolder folder;
+  writeFile(folder.below(".hidden/a.md"), "");
+  makeLink(folder.below("link"), folder.below(".hidden"));
+  EXPECT_EQ(walked(folder.below(".hidden")), (Names{"a.md"}));
+  EXPECT_EQ(walked(folder.below("link")), (Names{"a.md"}));
+}
+
+TEST(Walk, PutsOneSlashBehindARootThatEndsInOne) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a/b.md"), "");
+  Names paths;
+  readFilesBelow(folder.path() + "/", ".md", {},
+                 [&](std::string_view path, std::string_view) { paths.emplace_back(path); });
+  EXPECT_EQ(paths, (Names{folder.below("a/b.md")}));
+}
+
+TEST(Walk, TakesNamesThatAreNotUtf8) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("\xFF\xFE.md"), "");
+  writeFile(folder.below("f\xC3/a.md"), "");
+  EXPECT_EQ(walked(folder.path()), (Names{"\xFF\xFE.md", "f\xC3/a.md"}));
+}
+
+TEST(Walk, ReadsOnOnlyInFilesThatBeginAsTheyShould) {
+  const TemporaryFolder folder;
+  constexpr std::array<std::string_view, 1> openings = {"---\n"};
+  writeFile(folder.below("entry.md"), "---\nentry");
+  writeFile(folder.below("other.md"), "other");
+  writeFile(folder.below("empty.md"), "");
+  EXPECT_EQ(walked(folder.path(), openings), (Names{"entry.md"}));
+}
+
+TEST(Walk, GoesDeeperThanThePathsThatTheSystemTakes) {
+  const TemporaryFolder folder;
+  const std::string name(200, 'd');
+  const std::string path = writeFileDeepBelow(folder.path(), name, 50, "deep.md", "deep");
+  ASSERT_GT(path.size(), 2U * PATH_MAX);
+  EXPECT_EQ(walked(folder.path()), (Names{path.substr(folder.path().size() + 1)}));
+  const std::string inner = path.substr(0, path.rfind('/'));
+  EXPECT_EQ(walked(inner), (Names{"deep.md"})) << "from a root whose own path is too long";
+}
+
+TEST(Walk, NeedsNoMoreThanThreeDescriptorsAtAnyDepth) {
+  const TemporaryFolder folder;
+  std::string path = folder.path();
+  for (int level = 0; level < 200; ++level) {
+    writeFile(path + "/a.md", "");
+    writeFile(path + "/z/a.md", "");
+    path += "/f";
+  }
+  writeFileDeepBelow(folder.path(), std::string(200, 'd'), 50, "deep.md", "deep");
+  const std::string shown = inChildProcess([&] {
+    limitFurtherDescriptors(3);
+    const Names names = walked(folder.path());
+    return std::to_string(names.size()) + " " + names.back().substr(0, 6);
+  });
+  EXPECT_EQ(shown, "401 z/a.md");
+}
+
+TEST(Walk, TakesNoFileWhoseWholeNameIsTheSuffix) {
+  const TemporaryFolder folder;
+  for (const char* name : {"md", "amd", "folder/md"}) writeFile(folder.below(name), "");
+  Names names;
+  readFilesBelow(folder.path(), "md", {},
+                 [&](std::string_view path, std::string_view) { names.emplace_back(path); });
+  EXPECT_EQ(names, (Names{folder.below("amd")}));
+}
+
+// The files below `folder` that the walk shows when `change` happens as soon as it shows the first one.
+Names walkedDuring(const TemporaryFolder& folder, const std::function<void()>& change) {
+  Names names;
+  readFilesBelow(folder.path(), ".md", {}, [&](std::string_view path, std::string_view) {
+    if (names.empty()) change();
+    names.emplace_back(path.substr(folder.path().size() + 1));
+  });
+  return names;
+}
+
+TEST(Walk, PassesOverWhatIsRemovedMeanwhile) {
+  const TemporaryFolder folder;
+  for (const char* name : {"a.md", "b.md", "c.md", "gone/d.md", "stays/e.md"})
+    writeFile(folder.below(name), "");
+  EXPECT_EQ(walkedDuring(folder,
+                         [&] {
+                           std::filesystem::remove(folder.below("b.md"));
+                           std::filesystem::remove_all(folder.below("gone"));
+                         }),
+            (Names{"a.md", "c.md", "stays/e.md"}));
+}
+
+TEST(Walk, FollowsNoLinkThatTakesThePlaceOfAFileOrAFolderMeanwhile) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeFile(elsewhere.below("outside.md"), "");
+  for (const char* name : {"a.md", "b.md", "folder/d.md"}) writeFile(folder.below(name), "");
+  EXPECT_EQ(walkedDuring(folder,
+                         [&] {
+                           std::filesystem::remove(folder.below("b.md"));
+                           makeLink(folder.below("b.md"), elsewhere.below("outside.md"));
+                           std::filesystem::remove_all(folder.below("folder"));
+                           makeLink(folder.below("folder"), elsewhere.path());
+                         }),
+            (Names{"a.md"}));
+}
+
+TEST(Walk, ThatFindsNoMemoryForAFileSaysSo) {
+  if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "");
+  ASSERT_EQ(truncate(folder.below("a.md").c_str(), off_t{1} << 30), 0);
+  writeFile(folder.below("b.md"), "");
+  EXPECT_EQ(inChildProcess([&]() -> std::string {
+              limitFurtherMemory(64 << 20);
+              try {
+                return joined(walked(folder.path()));
+              } catch (const std::bad_alloc&) {
+                return "no memory";
+              }
+            }),
+            "no memory");
+}
+
+TEST(Walk, ThatFindsNoDescriptorShowsNothing) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "");
+  EXPECT_EQ(inChildProcess([&] {
+              limitFurtherDescriptors(0);
+              return joined(walked(folder.path()));
+            }),
+            "");
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,207 @@
+#include "user/property_list.h"
+
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
+#include <ctime>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Property lists as nobody's application writes them. The ordinary ones are in the tests of the preferences.
+
+namespace halvane {
+namespace {
+
+std::string repeated(std::string_view text, std::size_t count) {
+  std::string whole;
+  for (; count > 0; --count) whole += text;
+  return whole;
+}
+
+std::string xml(std::string_view content, std::string_view declarations = "") {
+  return std::string(R"(<?xml version="1.0" encoding="UTF-8"?>)")
+      .append(declarations)
+      .append("<plist version=\"1.0\">")
+      .append(content)
+      .append("</plist>");
+}
+
+// The binary form, put together from objects as they stand in the file. All references and offsets take four
+// bytes.
+std::string binary(const std::vector<std::string>& objects, std::uint32_t top = 0) {
+  const auto number = [](std::uint64_t value, int size) {
+    std::string bytes;
+    for (int i = size - 1; i >= 0; --i) bytes += static_cast<char>(value >> (8 * i));
+    return bytes;
+  };
+  std::string list = "bplist00";
+  std::string table;
+  for (const std::string& object : objects) {
+    table += number(list.size(), 4);
+    list += object;
+  }
+  const std::size_t tableAt = list.size();
+  return list + table + std::string(6, '\0') + "\x04\x04" + number(objects.size(), 8) + number(top, 8) +
+         number(tableAt, 8);
+}
+
+std::string references(const std::vector<std::uint32_t>& numbers) {
+  std::string bytes;
+  for (const std::uint32_t number : numbers)
+    for (int i = 3; i >= 0; --i) bytes += static_cast<char>(number >> (8 * i));
+  return bytes;
+}
+
+std::string counted(int kind, std::size_t count) {
+  if (count < 0xF) return {static_cast<char>(kind << 4 | static_cast<int>(count))};
+  std::string marker = {static_cast<char>(kind << 4 | 0xF), 0x12};
+  return marker + references({static_cast<std::uint32_t>(count)});
+}
+
+std::string text(const std::string& ascii) {
+  return counted(0x5, ascii.size()) + ascii;
+}
+
+const PropertyTexts journalAtJ = {{"journalRoot", "/j"}};
+
+TEST(XmlPropertyList, IsReadInTimeInProportionToItsSize) {
+  const std::string journal = "<key>journalRoot</key><string>/j</string>";
+  struct Case {
+    const char* description;
+    std::string content;
+  };
+  std::string names;
+  for (int i = 0; i < 700'000; ++i) names += "<key>" + std::to_string(i) + "</key><true/>";
+  for (const Case& c : {
+           Case{"nested deeply",
+                "<key>a</key>" + repeated("<array>", 500'000) + repeated("</array>", 500'000)},
+           Case{"a long array", "<key>a</key><array>" + repeated("<true/>", 2'000'000) + "</array>"},
+           Case{"many names", names},
+           Case{"many escapes", "<key>a</key><data>" + repeated("&amp;", 3'000'000) + "</data>"},
+           Case{"many comments", repeated("<!-- x -->", 1'500'000)},
+       }) {
+    const std::clock_t before = std::clock();
+    EXPECT_EQ(textsOfPropertyList(xml("<dict>" + c.content + journal + "</dict>")), journalAtJ)
+        << c.description;
+    EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 10) << c.description;
+  }
+}
+
+TEST(XmlPropertyList, MayDeclareNoEntities) {
+  const std::string content = "<dict><key>journalRoot</key><string>/&a;</string></dict>";
+  for (const char* declarations : {R"(<!DOCTYPE plist [<!ENTITY a "j">]>)",
+                                   R"(<!DOCTYPE plist [<!ENTITY a SYSTEM "file:///etc/hostname">]>)",
+                                   R"(<!DOCTYPE plist [<!ENTITY % a "j">]>)"})
+    EXPECT_EQ(textsOfPropertyList(xml(content, declarations)), std::nullopt) << declarations;
+  EXPECT_EQ(textsOfPropertyList(xml("<dict><key>journalRoot</key><string>&#47;j</string></dict>")),
+            journalAtJ);
+}
+
+TEST(XmlPropertyList, MayNameADocumentTypeThatNobodyFetches) {
+  EXPECT_EQ(
+      textsOfPropertyList(xml("<dict><key>journalRoot</key><string>/j</string></dict>",
+                              R"(<!DOCTYPE plist PUBLIC "-//Example//DTD" "http://localhost/none.dtd">)")),
+      journalAtJ);
+}
+
+TEST(XmlPropertyList, IsNoneWithoutItsOrder) {
+  for (const char* content :
+       {"<dict><string>/j</string></dict>", "<dict><key>a</key></dict>",
+        "<dict><key>a</key><key>b</key><string>/j</string></dict>", "<dict></dict><dict></dict>",
+        "<dict><key>a<b/></key><string>/j</string></dict>",
+        "<dict><key>a</key><string>/<b/>j</string></dict>", "", "<array/>", "<dict/><array/>",
+        "<dict><key>a</key><string>\xFF</string></dict>"})
+    EXPECT_EQ(textsOfPropertyList(xml(content)), std::nullopt) << content;
+  EXPECT_EQ(textsOfPropertyList("<dict><key>a</key><string>b</string></dict>"), std::nullopt);
+  EXPECT_EQ(textsOfPropertyList(xml("<dict/>")), PropertyTexts{});
+}
+
+TEST(XmlPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
+  const std::string first = "<key>a</key><string>1</string>";
+  EXPECT_EQ(textsOfPropertyList(xml("<dict>" + first + "<key>a</key><string>2</string></dict>")),
+            (PropertyTexts{{"a", "2"}}));
+  EXPECT_EQ(textsOfPropertyList(xml("<dict>" + first + "<key>a</key><true/></dict>")), PropertyTexts{});
+}
+
+TEST(BinaryPropertyList, HoldsNamesAndTexts) {
+  EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")})),
+            journalAtJ);
+  const std::string wide("\x63\x00j\x65\xE5\xD8\x00", 7);
+  EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), wide})),
+            (PropertyTexts{{"a", "j日\uFFFD"}}))
+      << "half a pair of surrogates is no character";
+}
+
+TEST(BinaryPropertyList, MayReferToItselfAndToTheSameAgainAndAgain) {
+  std::vector<std::string> objects = {"\xD2" + references({1, 2, 3, 4}), text("journalRoot"), text("again"),
+                                      text("/j")};
+  for (std::uint32_t i = 4; i < 100; ++i) objects.push_back("\xA3" + references({i + 1, i + 1, 0}));
+  objects.push_back(text("end"));
+  EXPECT_EQ(textsOfPropertyList(binary(objects)), journalAtJ);
+}
+
+TEST(BinaryPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
+  const std::vector<std::string> objects = {text("a"),
+                                            text("1"),
+                                            text("2"),
+                                            "\x09",
+                                            "\xD2" + references({0, 0, 1, 2}),
+                                            "\xD2" + references({0, 0, 1, 3})};
+  EXPECT_EQ(textsOfPropertyList(binary(objects, 4)), (PropertyTexts{{"a", "2"}}));
+  EXPECT_EQ(textsOfPropertyList(binary(objects, 5)), PropertyTexts{});
+}
+
+TEST(BinaryPropertyList, HoldsNoMoreTextThanItCouldBeMeantTo) {
+  constexpr std::uint32_t count = 100'000;
+  std::vector<std::uint32_t> numbers(count, 1);
+  numbers.resize(2 * count, 2);
+  const std::vector<std::string> objects = {counted(0xD, count) + references(numbers), text("a"),
+                                            text(std::string(1 << 20, 'x'))};
+  EXPECT_EQ(textsOfPropertyList(binary(objects)), std::nullopt);
+}
+
+TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
+  const std::string name = text("a");
+  for (const std::string& list :
+       {binary({"\xD1" + references({1, 9}), name}),
+        binary({"\xD1" + references({1, 2}), name,
+                "\x5E"
+                "short"},
+               7),
+        binary({"\xDE" + references({1, 1}), name}), binary({counted(0xD, 0xFFFFFFFF), name}),
+        binary({std::string("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10), name}),
+        binary({"\xDF\x14", name}), binary({"\xDF", name}), binary({"\xD1" + references({1, 1}), "\x09"}),
+        binary({name}), binary({}), std::string("bplist00") + std::string(32, '\xFF'),
+        std::string("bplist00") + std::string(32, '\0')})
+    EXPECT_EQ(textsOfPropertyList(list), std::nullopt) << testing::PrintToString(list);
+}
+
+// What a library of others writes, and what becomes of it when bytes are changed by chance.
+TEST(BinaryPropertyList, SurvivesChangesByChance) {
+  plist_t list = plist_new_dict();
+  plist_dict_set_item(list, "journalRoot", plist_new_string("/j"));
+  plist_dict_set_item(list, "ključ", plist_new_string("日記"));
+  plist_dict_set_item(list, "count", plist_new_uint(70'000));
+  char* bytes = nullptr;
+  std::uint32_t size = 0;
+  plist_to_bin(list, &bytes, &size);
+  const std::string whole(bytes, size);
+  plist_to_bin_free(bytes);
+  plist_free(list);
+  ASSERT_EQ(textsOfPropertyList(whole), (PropertyTexts{{"journalRoot", "/j"}, {"ključ", "日記"}}));
+
+  std::mt19937 chance(1);
+  int read = 0;
+  for (int i = 0; i < 100'000; ++i) {
+    std::string changed = whole;
+    for (std::uint32_t count = 1 + chance() % 4; count > 0; --count)
+      changed[8 + chance() % (changed.size() - 8)] = static_cast<char>(chance());
+    read += textsOfPropertyList(changed) ? 1 : 0;
+  }
+  EXPECT_GT(read, 1000) << "most changes are in a text";
+}
+
+}  // namespace
+}  // namespace halvane

@@ -1,0 +1,21 @@
+#include "text/processor.h"
+
+namespace halvane {
+
+bool canCheckInBlocks() {
+#if defined(__x86_64__)
+  return __builtin_cpu_supports("ssse3") != 0;
+#else
+  return true;
+#endif
+}
+
+bool hasWideBlocks() {
+#if defined(__x86_64__)
+  return __builtin_cpu_supports("avx2") != 0;
+#else
+  return false;
+#endif
+}
+
+}  // namespace halvane

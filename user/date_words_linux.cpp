@@ -1,0 +1,70 @@
+#include <unicode/dtptngen.h>
+#include <unicode/locid.h>
+#include <unicode/smpdtfmt.h>
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "user/date_words.h"
+#include "user/user_locale.h"
+
+namespace halvane {
+namespace {
+
+void check(UErrorCode status) {
+  if (U_FAILURE(status)) throw std::bad_alloc();
+}
+
+// Languages that join date and time by a word, as in "Nov 3, 2025 at 9:14 AM". The others put a comma there.
+bool joinsByWord(const icu::Locale& locale) {
+  constexpr std::array<std::string_view, 3> languages = {"en", "fr", "eu"};
+  return std::find(languages.begin(), languages.end(), locale.getLanguage()) != languages.end();
+}
+
+icu::UnicodeString patternFor(const icu::Locale& locale) {
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+      icu::DateTimePatternGenerator::createInstance(locale, status));
+  check(status);
+  if (joinsByWord(locale)) {
+    const icu::UnicodeString byWord = generator->getDateTimeFormat(UDAT_LONG, status);
+    generator->setDateTimeFormat(UDAT_MEDIUM, byWord, status);
+  }
+  // The hour is as short as the skeleton has it: 9:14, also where the locale itself would write 09:14.
+  icu::UnicodeString pattern = generator->getBestPattern(u"yMMMdjmm", UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
+  check(status);
+  return pattern;
+}
+
+}  // namespace
+
+struct DateWords::Formatter {
+  icu::SimpleDateFormat format;
+};
+
+DateWords::DateWords() {
+  const icu::Locale locale(userLocale().c_str());
+  icu::TimeZone::adoptDefault(userTimeZone().release());  // otherwise ICU goes and looks for one by itself
+  UErrorCode status = U_ZERO_ERROR;
+  formatter_ =
+      std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(patternFor(locale), locale, status)});
+  check(status);
+}
+
+DateWords::~DateWords() = default;
+
+std::string DateWords::of(Instant moment) const {
+  const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(moment);
+  icu::UnicodeString words;
+  formatter_->format.format(static_cast<UDate>(milliseconds.time_since_epoch().count()), words);
+  constexpr char16_t narrowNoBreakSpace = 0x202F;
+  words.findAndReplace(icu::UnicodeString(narrowNoBreakSpace), icu::UnicodeString(u' '));
+  if (words.isBogus()) throw std::bad_alloc();
+  std::string text;
+  return words.toUTF8String(text);
+}
+
+}  // namespace halvane

@@ -1,0 +1,46 @@
+#include <utility>
+
+#include "user/core_foundation.h"
+#include "user/preferences.h"
+
+namespace halvane {
+
+struct Preferences::Store {
+  CfOwned<CFStringRef> application;
+
+  // Reads again what this process may have kept from an earlier look; there is nothing of ours to write.
+  explicit Store(CfOwned<CFStringRef> owner) : application(std::move(owner)) {
+    CFPreferencesAppSynchronize(application.get());
+  }
+};
+
+std::optional<std::string> mainBundleIdentifier() {
+  const CFBundleRef bundle = CFBundleGetMainBundle();
+  return bundle == nullptr ? std::nullopt : utf8Text(CFBundleGetIdentifier(bundle));
+}
+
+std::optional<Preferences> Preferences::standard() {
+  CfOwned<CFStringRef> own(static_cast<CFStringRef>(CFRetain(kCFPreferencesCurrentApplication)));
+  return Preferences(std::make_shared<Store>(std::move(own)));
+}
+
+std::optional<Preferences> Preferences::ofSuite(const std::string& suite) {
+  CfOwned<CFStringRef> application = cfString(suite);
+  if (!application) return std::nullopt;
+  return Preferences(std::make_shared<Store>(std::move(application)));
+}
+
+std::optional<std::string> Preferences::fileOfSuite(const std::string&) {
+  return std::nullopt;
+}
+
+// Behind the application's own settings this also finds what an administrator has laid down for it and what
+// the user has set for all applications: so does every other reader of an application's settings.
+std::optional<std::string> Preferences::string(const std::string& key) const {
+  const CfOwned<CFStringRef> name = cfString(key);
+  if (!name) return std::nullopt;
+  const CfOwned<CFPropertyListRef> value(CFPreferencesCopyAppValue(name.get(), store_->application.get()));
+  return utf8Text(value.get());
+}
+
+}  // namespace halvane

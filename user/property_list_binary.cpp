@@ -1,0 +1,137 @@
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
+#include "user/property_list.h"
+
+// The binary form: objects that refer to one another by their numbers, a table of where each one begins, and
+// a trailer that says where the table is. Only the outermost dictionary, its names and its texts are looked
+// at, so what refers to itself, or a thousand times to the same, costs nothing.
+
+namespace halvane {
+namespace {
+
+constexpr std::size_t trailerSize = 32;
+// The same long text may stand under many names. No application keeps that many of them.
+constexpr std::size_t mostText = 64 << 20;
+
+enum class Kind : std::uint8_t { asciiText = 0x5, utf16Text = 0x6, dictionary = 0xD };
+
+struct Object {
+  Kind kind;
+  std::uint64_t count;  // of characters or items
+  std::uint64_t begin;  // of the content
+};
+
+class BinaryList {
+ public:
+  explicit BinaryList(std::string_view bytes) : bytes_(bytes) {}
+
+  std::optional<PropertyTexts> texts() {
+    if (bytes_.size() < trailerSize) return std::nullopt;
+    const std::size_t trailer = bytes_.size() - trailerSize;
+    offsetSize_ = number(trailer + 6, 1).value_or(0);
+    referenceSize_ = number(trailer + 7, 1).value_or(0);
+    objectCount_ = number(trailer + 8, 8).value_or(0);
+    table_ = number(trailer + 24, 8).value_or(0);
+    if (objectCount_ > bytes_.size() || table_ > bytes_.size()) return std::nullopt;
+    const std::optional<Object> top = object(number(trailer + 16, 8).value_or(0));
+    if (!top || top->kind != Kind::dictionary || top->count > bytes_.size()) return std::nullopt;
+    return textsOf(*top);
+  }
+
+ private:
+  std::optional<PropertyTexts> textsOf(const Object& dictionary) const {
+    PropertyTexts texts;
+    std::size_t room = mostText;
+    for (std::uint64_t i = 0; i < dictionary.count; ++i) {
+      const std::optional<Object> name = referred(dictionary, i);
+      const std::optional<Object> value = referred(dictionary, dictionary.count + i);
+      if (!name || !value || std::max(name->count, value->count) > room) return std::nullopt;
+      std::optional<std::string> key = text(*name);
+      if (!key) return std::nullopt;
+      std::optional<std::string> content = text(*value);
+      const std::size_t size = key->size() + (content ? content->size() : 0);
+      if (size > room) return std::nullopt;
+      room -= size;
+      if (content) {
+        texts.insert_or_assign(std::move(*key), std::move(*content));
+      } else {
+        texts.erase(*key);
+      }
+    }
+    return texts;
+  }
+
+  // A number of up to eight bytes, the most significant first; nothing where the list has ended.
+  std::optional<std::uint64_t> number(std::uint64_t at, std::uint64_t size) const {
+    if (size == 0 || size > 8 || at > bytes_.size() || size > bytes_.size() - at) return std::nullopt;
+    std::uint64_t value = 0;
+    for (const char byte : bytes_.substr(at, size)) value = value << 8 | static_cast<unsigned char>(byte);
+    return value;
+  }
+
+  std::optional<Object> object(std::uint64_t index) const {
+    if (index >= objectCount_) return std::nullopt;
+    const std::optional<std::uint64_t> at = number(table_ + index * offsetSize_, offsetSize_);
+    const std::optional<std::uint64_t> marker = at ? number(*at, 1) : std::nullopt;
+    if (!marker) return std::nullopt;
+    Object object{static_cast<Kind>(*marker >> 4), *marker & 0xF, *at + 1};
+    if (object.count < 0xF) return object;
+    // A count that doesn't fit the marker follows as a number with a marker of its own.
+    const std::optional<std::uint64_t> countMarker = number(object.begin, 1);
+    if (!countMarker || *countMarker >> 4 != 0x1) return notText(object);
+    const std::uint64_t size = std::uint64_t{1} << (*countMarker & 0xF);
+    const std::optional<std::uint64_t> count = number(object.begin + 1, size);
+    if (!count) return notText(object);
+    return Object{object.kind, *count, object.begin + 1 + size};
+  }
+
+  // Of the other kinds some have another meaning for the marker's lower half.
+  static std::optional<Object> notText(const Object& object) {
+    const bool counted =
+        object.kind == Kind::asciiText || object.kind == Kind::utf16Text || object.kind == Kind::dictionary;
+    return counted ? std::nullopt : std::optional<Object>(object);
+  }
+
+  std::optional<Object> referred(const Object& dictionary, std::uint64_t place) const {
+    const std::optional<std::uint64_t> index =
+        number(dictionary.begin + place * referenceSize_, referenceSize_);
+    return index ? object(*index) : std::nullopt;
+  }
+
+  // Nothing for an object that is no text, or one that has no end.
+  std::optional<std::string> text(const Object& object) const {
+    const std::uint64_t rest = bytes_.size() - std::min<std::uint64_t>(object.begin, bytes_.size());
+    if (object.kind == Kind::asciiText && object.count <= rest) {
+      const std::string_view content = bytes_.substr(object.begin, object.count);
+      const bool ascii = std::all_of(content.begin(), content.end(),
+                                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+      return ascii ? std::optional<std::string>(content) : std::nullopt;
+    }
+    if (object.kind != Kind::utf16Text || object.count > rest / 2) return std::nullopt;
+    icu::UnicodeString units;
+    for (std::uint64_t i = 0; i < object.count; ++i)
+      units.append(static_cast<char16_t>(number(object.begin + 2 * i, 2).value_or(0)));
+    if (units.isBogus()) throw std::bad_alloc();
+    std::string utf8;
+    units.toUTF8String(utf8);
+    return utf8;
+  }
+
+  std::string_view bytes_;
+  std::uint64_t offsetSize_ = 0;
+  std::uint64_t referenceSize_ = 0;
+  std::uint64_t objectCount_ = 0;
+  std::uint64_t table_ = 0;
+};
+
+}  // namespace
+
+std::optional<PropertyTexts> textsOfBinaryPropertyList(std::string_view list) {
+  return BinaryList(list).texts();
+}
+
+}  // namespace halvane
