@@ -1,5 +1,5 @@
-// A conversation with the server about the example journal, as a picture: what a person asks, the tool that an assistant
-// calls for it, and what the server answers. The answers are those of the server that is run here.
+// Draws a conversation with the server about the example journal, as it would look in a terminal: the person's
+// questions, the tools that the assistant calls, and the server's answers. The answers come from a run of the server.
 //   node picture.mjs SERVER EXAMPLES >PICTURE
 
 import { spawnSync } from 'node:child_process';
@@ -11,12 +11,12 @@ const [, , server, examples] = process.argv;
 
 const newest = '~/Documents/Halvane/2025/03/2025-03-20-launch.md';
 const conversation = [
-  ['Where did I write about the Seeschwalbe?', 'search_entries', { query: 'SEESCHWALBE', limit: 2 }],
+  ['Where did I write about the Seeschwalbe?', 'search_entries', { query: 'Seeschwalbe', limit: 2 }],
   ['Everything about Ida, please.', 'search_entries', { query: '', tag: '#Ida' }],
-  ['Read me the newest one about the boat.', 'read_entry', { path: newest }],
+  ['Read me the newest entry about the boat.', 'read_entry', { path: newest }],
 ];
 
-// The home folder of the run has a name by chance, which is the one thing that is changed in the answers.
+// The home folder of the run has a random name. The picture shows this one instead, and changes nothing else.
 const homeInPicture = '/home/you';
 
 function answers() {
@@ -35,60 +35,81 @@ function answers() {
   }
 }
 
-const columns = 102;
-const lineHeight = 19;
-const margin = 24;
-const width = 880;
+const columns = 109;  // the longest line that names an entry
+const lineHeight = 20;
+const margin = 20;
+const bar = 36;
+const width = 904;
 
-// A text's lines, broken at blanks where they are too long for the picture.
-function wrapped(text) {
-  return text.split('\n').flatMap((line) => {
-    const lines = [''];
-    for (const word of line.split(' ')) {
-      const longer = lines.at(-1) ? `${lines.at(-1)} ${word}` : word;
-      if (longer.length <= columns || !lines.at(-1)) lines[lines.length - 1] = longer;
-      else lines.push(word);
-    }
-    return lines;
-  });
+// The line as it is where it fits. A longer one is broken at blanks into lines of similar length.
+function wrapped(line) {
+  const room = Math.ceil(line.length / Math.ceil(line.length / columns)) + 8;
+  const lines = [''];
+  for (const word of line.split(' ')) {
+    const longer = lines.at(-1) === '' ? word : `${lines.at(-1)} ${word}`;
+    if (line.length <= columns || longer.length <= room) lines[lines.length - 1] = longer;
+    else lines.push(word);
+  }
+  return lines;
 }
 
 const escaped = (text) => text.replaceAll('&', '&amp;').replaceAll('<', '&lt;').replaceAll('>', '&gt;');
+const span = (style, text) => `<tspan class="${style}">${escaped(text)}</tspan>`;
+
+// A line of an answer with its date, tags, path, field names and matches in colours.
+function coloured(line, query) {
+  const [, date, tags, rest] = /^(\[[^\]]*\])((?: #\S+)*)( .*)$/.exec(line) ?? [];
+  if (date) return span('date', date) + span('tag', tags) + span('path', rest);
+  const [, field, value] = /^(Date|Duration|Cleaned|Tags)(: .*)$/.exec(line) ?? [];
+  if (field) return span('path', field) + escaped(value);
+  return query ? line.split(query).map(escaped).join(span('match', query)) : escaped(line);
+}
+
+// A session as lines of the picture, each marked up; an empty one is left blank.
+const session = (question, tool, args, answer) => [
+  span('prompt', '❯ ') + span('question', question),
+  span('call', `  ${tool} ${JSON.stringify(args)}`),
+  '',
+  ...answer.split('\n').flatMap(wrapped).map((line) => coloured(line, args.query)),
+];
 
 function picture(texts) {
-  const drawn = [];
-  let y = margin;
-  const write = (style, text, x = margin) => {
-    y += lineHeight;
-    if (text) drawn.push(`<text class="${style}" x="${x}" y="${y}" xml:space="preserve">${escaped(text)}</text>`);
-  };
-  conversation.forEach(([question, tool, args], at) => {
-    if (at > 0) y += lineHeight;
-    drawn.push(`<rect class="bubble" x="${margin - 10}" y="${y}" width="${20 + 9 * question.length}" height="28" rx="8"/>`);
-    write('question', question);
-    y += 12;
-    write('tool', `${tool} ${JSON.stringify(args)}`);
-    y += 4;
-    for (const line of wrapped(texts[at])) write('answer', line, margin + 16);
-  });
-  const height = y + margin;
+  const lines = conversation.flatMap(([question, tool, args], at) =>
+    [...(at > 0 ? ['', ''] : []), ...session(question, tool, args, texts[at])]);
+  const y = (at) => bar + margin + lineHeight * at + 14;
+  const drawn = lines.map((line, at) => line && `<text x="${margin}" y="${y(at)}" xml:space="preserve">${line}</text>`);
+  const height = bar + 2 * margin + lineHeight * lines.length;
   return `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 ${width} ${height}" width="${width}" height="${height}">
-<title>A person asks three questions about a journal, and the server's answers</title>
+<title>Three questions about a journal, the tools that an assistant calls for them, and the server's answers</title>
 <style>
-  .paper { fill: #ffffff; stroke: #d0d7de }
-  .bubble { fill: #ddf4ff }
-  text { fill: #1f2328; font: 13px ui-monospace, SFMono-Regular, Menlo, Consolas, 'DejaVu Sans Mono', monospace }
-  .question { font: 600 15px system-ui, -apple-system, 'Segoe UI', sans-serif }
-  .tool { fill: #656d76 }
+  text { font: 13px/1 ui-monospace, SFMono-Regular, Menlo, Consolas, 'DejaVu Sans Mono', monospace; fill: #1f2328 }
+  .window { fill: #ffffff; stroke: #d1d9e0 }
+  .bar { fill: #f6f8fa }
+  .edge { stroke: #d1d9e0 }
+  .name, .call, .path { fill: #59636e }
+  .question { font-weight: 600 }
+  .prompt { fill: #8250df; font-weight: 600 }
+  .date { fill: #0969da }
+  .tag { fill: #1a7f37 }
+  .match { fill: #9a6700; font-weight: 600 }
   @media (prefers-color-scheme: dark) {
-    .paper { fill: #0d1117; stroke: #3d444d }
-    .bubble { fill: #12304f }
     text { fill: #e6edf3 }
-    .tool { fill: #9198a1 }
+    .window { fill: #0d1117; stroke: #3d444d }
+    .bar { fill: #151b23 }
+    .edge { stroke: #3d444d }
+    .name, .call, .path { fill: #9198a1 }
+    .prompt { fill: #ab7df8 }
+    .date { fill: #4493f8 }
+    .tag { fill: #3fb950 }
+    .match { fill: #d29922 }
   }
 </style>
-<rect class="paper" x="0.5" y="0.5" width="${width - 1}" height="${height - 1}" rx="10"/>
-${drawn.join('\n')}
+<rect class="window" x="0.5" y="0.5" width="${width - 1}" height="${height - 1}" rx="10"/>
+<path class="bar" d="M1 ${bar} V11 A10 10 0 0 1 11 1 H${width - 11} A10 10 0 0 1 ${width - 1} 11 V${bar} Z"/>
+<path class="edge" d="M1 ${bar}.5 H${width - 1}"/>
+<circle cx="20" cy="18" r="6" fill="#ff5f57"/><circle cx="40" cy="18" r="6" fill="#febc2e"/><circle cx="60" cy="18" r="6" fill="#28c840"/>
+<text class="name" x="${width / 2}" y="23" text-anchor="middle">halvane_mcp</text>
+${drawn.filter(Boolean).join('\n')}
 </svg>
 `;
 }
