@@ -1,6 +1,6 @@
-// The parts of README.md that are made from something else: the links that install the server into a client, and the
-// figures of docs/performance.md. Each stands between two comments that name it.
-//   node made_parts.mjs FOLDER      makes them anew in FOLDER/README.md
+// The generated parts of two documents: in README.md the figures, which come from docs/performance.md; in
+// docs/clients.md the links that add the server to a client. Two comments with its name enclose each part.
+//   node made_parts.mjs FOLDER      updates the documents in FOLDER
 
 import { readFileSync, realpathSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
@@ -8,14 +8,14 @@ import { fileURLToPath } from 'node:url';
 
 const name = 'halvane';
 
-// Where each way of installing puts the program. A client needs the whole path.
+// Where each way of installing puts the program. A client needs the full path.
 const installations = {
-  'by package': '/usr/bin/halvane_mcp',
-  'by Homebrew on macOS': '/opt/homebrew/bin/halvane_mcp',
+  'as a Debian package': '/usr/bin/halvane_mcp',
+  'with Homebrew on a Mac with Apple silicon': '/opt/homebrew/bin/halvane_mcp',
 };
 
-// A page at the client's maker that hands its address on to the client on this machine: an address of the client's own
-// would not survive on a page of a forge.
+// Pages of the clients' makers, which open the client on the reader's machine. A forge removes links with a client's
+// own scheme.
 const clients = {
   Cursor: (command) => {
     const config = Buffer.from(JSON.stringify({ command })).toString('base64');
@@ -37,7 +37,7 @@ function links() {
   ].join('\n');
 }
 
-// The rows of the tables on the page, each with what its table's headings call its values.
+// The rows of the page's tables by their names. Each row is an object: its values by the table's headings.
 function rowsOf(page) {
   const rows = new Map();
   let headings = [];
@@ -54,19 +54,19 @@ function figures(page) {
   const rows = rowsOf(page);
   const row = (measure) => rows.get(measure) ?? fail(`docs/performance.md has no row called "${measure}".`);
   const value = (measure) => row(measure).value;
-  const times = (number) => `${number} times`;
   const search = row('english-common');
   return [
-    '| what | costs | beside |',
-    '| --- | --- | --- |',
-    `| a search through 10,000 entries for a common word | ${search.ms} ms | ` +
-      `${times(search['x limit'])} what only reading the files takes, ${times(search['x rg -j1'])} \`rg -i -l -F\` |`,
-    `| the worst of all such searches, in English | | ${times(value('search, 10,000 English entries'))} only reading |`,
-    `| the same in seven languages | | ${times(value('search, 10,000 entries in seven languages'))} only reading |`,
-    `| the start, up to the first answer | | ` +
-      `${times(value('start of the process to its first reply'))} a C++ program that prints a line |`,
-    `| memory while it waits, after searches | ${value('idle memory after searches, all')} MB | of which its own, ` +
-      `not shared with a file: ${value('idle memory after searches, anonymous')} MB |`,
+    '| measure | result |',
+    '| --- | --- |',
+    `| search of 10,000 entries for a common word | ${search.ms} ms: ${search['x limit']} times reading the files, ` +
+      `${search['x rg -j1']} times \`rg -i -l -F\` |`,
+    `| slowest search of 10,000 English entries | ${value('search, 10,000 English entries')} times reading the files |`,
+    `| slowest search of 10,000 entries in seven languages | ` +
+      `${value('search, 10,000 entries in seven languages')} times reading the files |`,
+    `| time from start to first answer | ` +
+      `${value('start of the process to its first reply')} times a C++ program that prints one line |`,
+    `| memory while it waits, after searches | ${value('idle memory after searches, all')} MB, of which ` +
+      `${value('idle memory after searches, anonymous')} MB are not shared with a file |`,
   ].join('\n');
 }
 
@@ -77,25 +77,31 @@ function fail(trouble) {
 const begin = (what) => `<!-- ${what}: begin -->\n`;
 const end = (what) => `\n<!-- ${what}: end -->`;
 
-/// What stands between the two comments that name `what`.
+/// The text between the two comments that name `what`.
 export function part(document, what) {
-  const [, behind] = document.split(begin(what));
-  const [inside, rest] = (behind ?? fail(`There is no place for the ${what}.`)).split(end(what));
+  const [, after] = document.split(begin(what));
+  const [inside, rest] = (after ?? fail(`There is no place for the ${what}.`)).split(end(what));
   return rest === undefined ? fail(`The ${what} have no end.`) : inside;
 }
 
-/// The document with these parts made anew.
-export function withMadeParts(readme, page) {
-  const made = { 'install links': links(), figures: figures(page) };
-  return Object.entries(made).reduce((document, [what, content]) => {
-    const before = part(document, what);
-    return document.replace(begin(what) + before + end(what), () => begin(what) + content + end(what));
-  }, readme);
+function withPart(document, what, content) {
+  const enclosed = (inside) => begin(what) + inside + end(what);
+  return document.replace(enclosed(part(document, what)), () => enclosed(content));
 }
+
+/// README.md with the figures of `page`, the text of docs/performance.md.
+export const withFigures = (readme, page) => withPart(readme, 'figures', figures(page));
+
+/// docs/clients.md with its links.
+export const withLinks = (document) => withPart(document, 'install links', links());
 
 if (process.argv[1] && realpathSync(process.argv[1]) === fileURLToPath(import.meta.url)) {
   const [, , folder] = process.argv;
-  const readme = join(folder, 'README.md');
+  const update = (name, made) => {
+    const path = join(folder, name);
+    writeFileSync(path, made(readFileSync(path, 'utf8')));
+  };
   const page = readFileSync(join(folder, 'docs/performance.md'), 'utf8');
-  writeFileSync(readme, withMadeParts(readFileSync(readme, 'utf8'), page));
+  update('README.md', (readme) => withFigures(readme, page));
+  update('docs/clients.md', withLinks);
 }

@@ -1,38 +1,35 @@
-// README.md, held against what it speaks of.
+// README.md and docs/clients.md say what the program, its packages and other documents say.
 //   node readme_test.mjs SOURCE SERVER
 
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { existsSync, readFileSync } from 'node:fs';
+import { readFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { test } from 'node:test';
-import { part, withMadeParts } from '../../packaging/readme/made_parts.mjs';
+import { part, withFigures, withLinks } from '../../packaging/readme/made_parts.mjs';
 import { converse } from './conversation.mjs';
-import { readmeOf } from './readme.mjs';
+import { documentAt } from './document.mjs';
 
 const [, , source, server] = process.argv;
-const readme = readmeOf(source);
+const [readme, clients] = ['README.md', 'docs/clients.md'].map((name) => documentAt(join(source, name)));
 const read = (path) => readFileSync(join(source, path), 'utf8');
 const tools = converse(server, [], { HOME: '/' }, [{ method: 'tools/list' }]).replies[0].tools.map(({ name }) => name);
 const [packaged, brewed] = ['/usr/bin/halvane_mcp', '/opt/homebrew/bin/halvane_mcp'];
 
-test('Its links to files lead to files', () => {
-  const targets = [...readme.text.matchAll(/\]\(([^)\s]+)\)/g)].map(([, target]) => target);
-  const files = targets.filter((target) => !target.includes('://'));
-  assert.ok(files.length > 3);
-  for (const file of files) assert.ok(existsSync(join(source, file)), file);
+test('The figures in README.md are those of docs/performance.md: script/readme updates them', () => {
+  assert.equal(withFigures(readme.text, read('docs/performance.md')), readme.text);
 });
 
-test('What it takes from elsewhere is what stands there: script/readme makes it anew', () => {
-  assert.equal(withMadeParts(readme.text, read('docs/performance.md')), readme.text);
+test('The links in docs/clients.md are up to date: script/readme updates them', () => {
+  assert.equal(withLinks(clients.text), clients.text);
 });
 
-test('A page of figures without a row that it shows would be noticed', () => {
+test('A page of figures without a row that README.md shows would be noticed', () => {
   const page = read('docs/performance.md').replaceAll('english-common', 'english-usual');
-  assert.throws(() => withMadeParts(readme.text, page), /english-common/);
+  assert.throws(() => withFigures(readme.text, page), /english-common/);
 });
 
-test('Its picture is of what the server answers: script/picture draws it anew', () => {
+test('The picture shows what the server answers: script/picture draws it again', () => {
   const drawn = execFileSync(process.execPath,
     [join(source, 'packaging/readme/picture.mjs'), server, join(source, 'examples')], { encoding: 'utf8' });
   assert.equal(drawn, read('docs/conversation.svg'));
@@ -40,27 +37,32 @@ test('Its picture is of what the server answers: script/picture draws it anew', 
   assert.doesNotMatch(drawn, /font-face|href|url\(/);
 });
 
-test('Its blocks of JSON are JSON, and the first one names the server by its whole path', () => {
-  const [configuration] = readme.blocks('json').map((block) => JSON.parse(block));
-  assert.deepEqual(configuration, { mcpServers: { halvane: { command: packaged } } });
+const configurationsIn = (document) => document.blocks('json').map((block) => JSON.parse(block));
+
+test('The configurations of both documents are JSON and name the server by its full path', () => {
+  const configuration = { mcpServers: { halvane: { command: packaged } } };
+  assert.deepEqual(configurationsIn(readme), [configuration]);
+  const [whole, , withVariables] = configurationsIn(clients);
+  assert.deepEqual(whole, configuration);
+  assert.equal(withVariables.mcpServers.halvane.command, packaged);
 });
 
-test('Its pieces of JSON are JSON', () => {
-  const pieces = readme.inline.filter((code) => /^"\w+": /.test(code));
+test('The pieces of JSON in docs/clients.md are JSON', () => {
+  const pieces = clients.inline.filter((code) => /^"\w+": /.test(code));
   assert.ok(pieces.length > 0);
   for (const piece of pieces) JSON.parse(`{${piece}}`);
-  const [, argument] = readme.inline.map((code) => /^code --add-mcp '(.*)'$/.exec(code)).find(Boolean);
+  const [, argument] = clients.inline.map((code) => /^code --add-mcp '(.*)'$/.exec(code)).find(Boolean);
   assert.deepEqual(JSON.parse(argument), { name: 'halvane', command: packaged });
 });
 
-test('The tools that it shows, and has allowed, are those that the server has', () => {
+test('The tools that the documents show and allow are those of the server', () => {
   const shown = [...readme.text.matchAll(/^\| `(\w+)` \|/gm)].map(([, name]) => name);
   assert.deepEqual(shown.sort(), [...tools].sort());
-  const { permissions } = readme.blocks('json').map((block) => JSON.parse(block)).find((value) => value.permissions);
+  const { permissions } = configurationsIn(clients).find((value) => value.permissions);
   assert.deepEqual(permissions.allow.sort(), tools.map((name) => `mcp__halvane__${name}`).sort());
 });
 
-const installLinks = [...part(readme.text, 'install links').matchAll(/\[(.*?)\]\((.*?)\)/g)]
+const installLinks = [...part(clients.text, 'install links').matchAll(/\[(.*?)\]\((.*?)\)/g)]
   .map(([, client, link]) => ({ client, link: new URL(link) }));
 const linksOf = (wanted) => installLinks.filter(({ client }) => client === wanted).map(({ link }) => link);
 

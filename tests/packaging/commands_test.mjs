@@ -1,0 +1,147 @@
+// Types the commands of README.md, docs/*.md and CONTRIBUTING.md, one after the other, as a person with a copy of the
+// source and a home folder of their own would. Skips those that can't run here, each with the reason.
+//   node commands_test.mjs SOURCE
+
+import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
+import { accessSync, constants, cpSync, existsSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
+import { join, relative } from 'node:path';
+import { test } from 'node:test';
+import { homeWith, temporaryFolder } from './conversation.mjs';
+import { documentAt } from './document.mjs';
+
+const [, , source] = process.argv;
+const inSource = (name) => documentAt(join(source, name));
+const [readme, clients, configuration, contributing] =
+  ['README.md', 'docs/clients.md', 'docs/configuration.md', 'CONTRIBUTING.md'].map(inSource);
+
+const copy = temporaryFolder();
+const isBuilt = (path) => ['build', '.git'].includes(relative(source, path));
+cpSync(source, copy, { recursive: true, filter: (path) => !isBuilt(path) });
+
+const home = homeWith(join(source, 'examples'));
+const journal = join(home, 'Documents/Halvane');
+rmSync(join(journal, 'packing list.md'));  // the one file that is not an entry
+
+// The PATH is the one of this shell. The person has not added the folder to it into which they install.
+const { XDG_CONFIG_HOME: _, ...environment } = process.env;
+const env = { ...environment, HOME: home };
+
+function run(command) {
+  return spawnSync('bash', ['-c', command], { cwd: copy, env, encoding: 'utf8' });
+}
+
+function type(command) {
+  const { status, stdout, stderr } = run(command);
+  assert.equal(status, 0, stdout + stderr);
+  return stdout;
+}
+
+// Why a command can't run here; false when it can.
+function whyNot(command) {
+  if (/^sudo apt /.test(command)) return 'it installs into this system; debian_installation_test does so elsewhere';
+  if (/\bbrew\b/.test(command)) return 'it installs into this system; the workflow does so, on macOS';
+  if (/^git clone |^cd halvane_mcp$/.test(command)) return 'a test below clones the source';
+  const [program] = command.split(' ');
+  return run(`command -v ${program}`).status === 0 ? false : `${program} is not installed here`;
+}
+
+// What a command must print, apart from succeeding.
+const prints = {
+  'script/demo': /Seeschwalbe/,
+  'script/demo ~': /2025-03-20-launch\.md/,
+  '~/.local/bin/halvane_doctor': /: 14\n/,
+};
+
+function typed(command) {
+  test(command, (context) => {
+    const reason = whyNot(command);
+    if (reason) return context.skip(reason);
+    assert.match(type(command), prints[command] ?? /^/);
+  });
+}
+
+test('The commands that get the source do so', { skip: !existsSync(join(source, '.git')) && 'this is not a clone' }, () => {
+  const [clone, enter] = readme.commands.filter((command) => /^git clone|^cd /.test(command));
+  const elsewhere = temporaryFolder();
+  type(`cd ${elsewhere} && ${clone.replace('ADDRESS', `'${source}'`)} && ${enter} && test -x script/demo`);
+});
+
+const removal = readme.commands.at(-1);
+readme.commands.slice(0, -1).forEach(typed);
+
+const ofClients = clients.inline.filter((code) => /^(claude|code|codex|gemini) -{0,2}\w/.test(code));
+test('There is a command for each client that has one', () => {
+  assert.deepEqual(ofClients.map((command) => command.split(' ')[0]), ['claude', 'code', 'codex', 'gemini']);
+});
+ofClients.forEach(typed);
+
+test('The line that tries the server gets the answer that the document shows', () => {
+  const [command] = clients.commands;
+  const answer = type(command).trimEnd();
+  assert.ok(clients.inline.includes(answer), answer);
+});
+
+const doctor = '~/.local/bin/halvane_doctor';
+
+test('The entry that README.md shows is one', () => {
+  const before = type(doctor);
+  writeFileSync(join(journal, 'shown.md'), readme.blocks('text')[0]);
+  const after = type(doctor);
+  assert.match(before, /: 14\n/);
+  assert.match(after, /: 15\n/);
+});
+
+test('The entry that docs/entry-format.md shows is one', () => {
+  writeFileSync(join(journal, 'whole.md'), inSource('docs/entry-format.md').blocks('text')[0]);
+  assert.match(type(doctor), /: 16\n/);
+});
+
+test('The preferences that docs/configuration.md shows move the journal', { skip: process.platform !== 'linux' }, () => {
+  mkdirSync(join(home, '.config'), { recursive: true });
+  mkdirSync(join(home, 'Journal'));
+  cpSync(join(journal, 'shown.md'), join(home, 'Journal/shown.md'));
+  const preferences = join(home, '.config/app.halvane.Halvane.plist');
+  writeFileSync(preferences, configuration.blocks('xml')[0]);
+  const report = type(doctor);
+  rmSync(preferences);
+  assert.ok(report.includes(`${home}/Journal\n`), report);
+  assert.match(report, /: 1\n/);
+});
+
+test('The command that removes the program leaves no file of it', { skip: whyNot(removal) }, () => {
+  assert.match(readFileSync(join(copy, 'build/release/install_manifest.txt'), 'utf8'), /bin\/halvane_mcp/);
+  type(removal);
+  const left = readdirSync(join(home, '.local'), { recursive: true, withFileTypes: true }).filter((item) => !item.isDirectory());
+  assert.deepEqual(left, []);
+});
+
+// The commands of CONTRIBUTING.md take too long here, or install. Each is known to what it calls.
+const ofContributors = [...contributing.commands, ...contributing.inline.filter((code) => code.startsWith('script/'))];
+const scripts = [...new Set(ofContributors.map((command) => command.split(' ')[0]).filter((name) => name.startsWith('script/')))];
+
+for (const script of scripts) {
+  test(`${script}, which CONTRIBUTING.md names, can be run and says how`, () => {
+    accessSync(join(copy, script), constants.X_OK);
+    const header = readFileSync(join(copy, script), 'utf8').split('\n\n')[0].split('set -euo')[0];
+    const forms = ofContributors.filter((command) => command.split(' ')[0] === script)
+      .map((command) => command.split(' ').slice(0, 2).join(' '));
+    for (const form of forms) assert.ok(header.includes(form), `${script} doesn't explain: ${form}`);
+    type(`bash -n ${script}`);
+  });
+}
+
+test('The scripts that answer quickly show their usage', () => {
+  for (const script of scripts.filter((name) => name !== 'script/bench')) {
+    const { stdout, stderr } = run(`${script} --help`);
+    assert.ok((stdout + stderr).includes(`${script}`), script);
+  }
+});
+
+test('The preset that CONTRIBUTING.md configures, builds and tests exists', () => {
+  const presets = JSON.parse(readFileSync(join(copy, 'CMakePresets.json'), 'utf8'));
+  const calls = contributing.commands.map((command) => /^(cmake --build|cmake|ctest) --preset (\w+)/.exec(command)).filter(Boolean);
+  const kinds = { cmake: 'configurePresets', 'cmake --build': 'buildPresets', ctest: 'testPresets' };
+  assert.deepEqual(calls.map(([, program]) => program), ['cmake', 'cmake --build', 'ctest']);
+  for (const [, program, name] of calls) assert.ok(presets[kinds[program]].some((preset) => preset.name === name), name);
+});
