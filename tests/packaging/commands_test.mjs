@@ -22,6 +22,7 @@ cpSync(source, copy, { recursive: true, filter: (path) => !isBuilt(path) });
 const home = homeWith(join(source, 'examples'));
 const journal = join(home, 'Documents/Halvane');
 rmSync(join(journal, 'packing list.md'));  // the one file that is not an entry
+writeFileSync(join(home, '.gitconfig'), '[safe]\n\tdirectory = *\n');  // the source may be another user's
 
 // The PATH is the one of this shell. The person has not added the folder to it into which they install.
 const { XDG_CONFIG_HOME: _, ...environment } = process.env;
