@@ -19,8 +19,15 @@ test('The server says it', () => assert.equal(introduction(server).version, vers
 
 test('CMake has read it', () => assert.equal(versionOfCMake, version));
 
-test('The newest changes are those of this version', () => {
-  assert.equal(/^## (\S+)/m.exec(read(source, 'CHANGELOG.md'))[1], version);
+test('In the changelog it comes first after the unreleased changes', () => {
+  const headings = [...read(source, 'CHANGELOG.md').matchAll(/^## (\S+)/gm)].map(([, heading]) => heading);
+  assert.deepEqual(headings.slice(0, 2), ['Unreleased', version]);
+});
+
+test('The changelog sorts changes by the kinds that Keep a Changelog has', () => {
+  const kinds = [...read(source, 'CHANGELOG.md').matchAll(/^### (.*)/gm)].map(([, kind]) => kind);
+  assert.ok(kinds.length > 0);
+  for (const kind of kinds) assert.match(kind, /^(Added|Changed|Deprecated|Removed|Fixed|Security)$/);
 });
 
 test('The bundle has it, in its name and in its manifest', () => {
