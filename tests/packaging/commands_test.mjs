@@ -42,7 +42,7 @@ function type(command) {
 function whyNot(command) {
   if (/^sudo apt /.test(command)) return 'it installs into this system; debian_installation_test does so elsewhere';
   if (/\bbrew\b/.test(command)) return 'it installs into this system; the workflow does so, on macOS';
-  if (/^git clone |^cd halvane_mcp$/.test(command)) return 'a test below clones the source';
+  if (/^git clone |^cd halvane_mcp$/.test(command)) return 'another test clones the source';
   const [program] = command.split(' ');
   return run(`command -v ${program}`).status === 0 ? false : `${program} is not installed here`;
 }
