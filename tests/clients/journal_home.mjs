@@ -16,7 +16,7 @@ export const todaysPath = join(home, 'Documents/Halvane/today.md');
 const now = `${new Date().toISOString().slice(0, 19)}Z`;
 writeFileSync(todaysPath, `---\ndate: ${now}\ntags: [boats]\n---\n\n${todaysText}\n`);
 
-// To CoreFoundation the home folder has a name of its own.
+// CoreFoundation reads the home folder from a variable of another name.
 const homeIs = [`HOME=${home}`, ...(process.platform === 'darwin' ? [`CFFIXED_USER_HOME=${home}`] : [])];
 
 /// The command line that starts the server, in the environment of this test and in the bare one that many clients

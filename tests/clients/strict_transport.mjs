@@ -51,7 +51,7 @@ export class StrictTransport {
     }
   }
 
-  // A line that is no message ends the conversation at once: the client would wait for it in vain.
+  // A line that is not a message ends the conversation at once. The client would wait for the message forever.
   #takeLine(line) {
     try {
       this.onmessage?.(JSONRPCMessageSchema.parse(JSON.parse(utf8.decode(line))));

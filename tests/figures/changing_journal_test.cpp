@@ -16,7 +16,7 @@
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 
-// Ten seconds in which the companion application, or whatever else keeps the journal, never rests.
+// For ten seconds, the companion application, or another program that keeps the journal, never rests.
 
 namespace halvane {
 namespace {
@@ -24,7 +24,7 @@ namespace {
 constexpr int untouched = 40;
 constexpr int changing = 10;  // of each kind
 
-// An entry whose body is `version` and then nothing but letters of that version, of a length of its own.
+// An entry whose body is `version` followed by letters of that version. Each version has another length.
 std::string entryOfVersion(int version) {
   const char letter = static_cast<char>('a' + version % 26);
   return EntryFile{

@@ -27,11 +27,11 @@ class LittleMemory : public testing::Test {
     EXPECT_EQ(prlimit(server_.id(), RLIMIT_AS, &little, nullptr), 0);
   }
 
-  // Sends the request and a message behind it. The request may be answered, but then with a whole reply; the
+  // Sends the request and a later message. The request may be answered, but then with a whole reply; the
   // message must be.
   void send(const std::string& request) {
     server_.send(request);
-    server_.send(R"({"id":"behind","method":"ping"})");
+    server_.send(R"({"id":"later","method":"ping"})");
     std::string reply = server_.receive().value_or("");
     if (isPingsReply(reply)) {
       ++unanswered_;
@@ -42,7 +42,7 @@ class LittleMemory : public testing::Test {
     served_ += isPingsReply(reply) ? 1 : 0;
   }
   static bool isPingsReply(const std::string& reply) {
-    return canonicalJson(reply) == R"({"id":"behind","jsonrpc":"2.0","result":{}})";
+    return canonicalJson(reply) == R"({"id":"later","jsonrpc":"2.0","result":{}})";
   }
 
   // What grows with the number of mebibytes: a line, a reply, a file.
@@ -61,7 +61,7 @@ class LittleMemory : public testing::Test {
   int answered_ = 0;
   int unanswered_ = 0;
   int torn_ = 0;
-  int served_ = 0;  // of the messages behind
+  int served_ = 0;  // of the later messages
   const TemporaryHome home_;
   ServerProcess server_{{.home = home_.path(), .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"}}};
 };
@@ -74,7 +74,7 @@ TEST_F(LittleMemory, LeavesEveryRequestAnsweredOrUnansweredAndTheNextOneServed) 
       ++sent;
     }
   }
-  expectExactly("messages served behind large ones with 16 MiB of address space left", served_, "messages",
+  expectExactly("messages answered after large ones, with 16 MiB of address space left", served_, "messages",
                 sent);
   expectExactly("replies torn meanwhile", torn_, "replies", 0);
   EXPECT_GT(answered_, sent / 5);

@@ -73,7 +73,7 @@ TEST_F(VanishedClient, TakesAnIdleServerWithItAtOnce) {
     EXPECT_EQ(server.finish(), quietEnding);
     milliseconds.push_back(watch.seconds() * 1000);
   }
-  expectAtMost("an idle server gone behind its client", median(milliseconds), "ms", 50);
+  expectAtMost("time until an idle server ends after its client has gone", median(milliseconds), "ms", 50);
 }
 
 TEST_F(VanishedClient, HasItsLastMessagesServed) {

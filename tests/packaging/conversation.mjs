@@ -3,7 +3,7 @@ import { cpSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 
-/// A folder of its own that goes when we go.
+/// A temporary folder that is removed when this process ends.
 export function temporaryFolder() {
   const folder = mkdtempSync(join(tmpdir(), 'halvane-packaging-'));
   process.on('exit', () => rmSync(folder, { recursive: true, force: true }));

@@ -1,4 +1,4 @@
-// The packages from npm are pinned by their hash, and come from whatever registry npm is set to.
+// The packages from npm are pinned by their hash. They come from the registry that npm is set to.
 //   node lock_files_test.mjs SOURCE
 
 import assert from 'node:assert/strict';

@@ -1,4 +1,4 @@
-// The version stands in one place, and whatever else tells a version tells that one.
+// The version is written in one place. Everything else that shows a version shows this one.
 //   node version_test.mjs PACKAGES SOURCE SERVER VERSION-OF-CMAKE
 
 import assert from 'node:assert/strict';
@@ -35,7 +35,7 @@ test('The bundle has it, in its name and in its manifest', () => {
   assert.equal(JSON.parse(read(packages, 'parts/bundle/manifest.json')).version, version);
 });
 
-test('The Debian package has it', { skip: platform() !== 'linux' && 'there is none here' }, () => {
+test('The Debian package has it', { skip: platform() !== 'linux' && 'there is no Debian package here' }, () => {
   const [deb] = made('.deb');
   const field = execFileSync('dpkg-deb', ['--field', join(packages, deb), 'Version'], { encoding: 'utf8' });
   assert.equal(field.trim(), version);

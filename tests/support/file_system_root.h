@@ -4,7 +4,7 @@
 
 namespace halvane {
 
-/// Makes the folder `path` the root of this process's file system, so that its /etc is what is written there.
+/// Makes the folder `path` the root of this process's file system. Its /etc is then the one in that folder.
 /// False when the system doesn't let us. For use in a child process.
 bool takeAsRoot(const std::string& path);
 

@@ -36,7 +36,8 @@ TEST_F(CarriageReturn, StaysInAnEntryThatIsRead) {
             "Date: Nov 3, 2025 at 9:14 AM\nDuration: 0s\nCleaned: false\n\none\r\ntwo\rthree\nfour");
 }
 
-// With the line feed behind it, it is one character to a reader, and not the one that ends a line.
+// Together with the line feed after it, it is one character to a reader, and that character doesn't end a
+// line.
 TEST_F(CarriageReturn, BeforeALineFeedKeepsTheFirstLineGoing) {
   EXPECT_EQ(askTool(server(), "list_recent", "{}"), "[Nov 3, 2025 at 9:14 AM] one\r\ntwo\rthree\n" + path_);
 }

@@ -7,8 +7,8 @@
 namespace halvane {
 namespace {
 
-// What stands behind `mark` and a blank; nothing when `line` begins with something else.
-std::optional<std::string> behind(std::string_view mark, std::string_view line) {
+// The rest of `line` after `mark` and a blank; nothing when `line` begins with something else.
+std::optional<std::string> after(std::string_view mark, std::string_view line) {
   if (!line.starts_with(mark)) return std::nullopt;
   line.remove_prefix(mark.size());
   if (line.starts_with(' ')) line.remove_prefix(1);
@@ -17,23 +17,23 @@ std::optional<std::string> behind(std::string_view mark, std::string_view line) 
 
 bool takeLine(Conversation& conversation, const std::string& line, int number) {
   if (line.empty() || line.starts_with('#')) return true;
-  if (const auto sent = behind(">", line)) {
+  if (const auto sent = after(">", line)) {
     conversation.turns.push_back({true, *sent, number});
-  } else if (const auto answer = behind("<", line)) {
+  } else if (const auto answer = after("<", line)) {
     conversation.turns.push_back({false, *answer, number});
-  } else if (const auto name = behind("file:", line)) {
+  } else if (const auto name = after("file:", line)) {
     conversation.files.push_back({*name, ""});
-  } else if (const auto content = behind("|", line); content && !conversation.files.empty()) {
+  } else if (const auto content = after("|", line); content && !conversation.files.empty()) {
     conversation.files.back().second += *content + "\n";
-  } else if (const auto copied = behind("copy:", line)) {
+  } else if (const auto copied = after("copy:", line)) {
     conversation.copied = *copied;
-  } else if (const auto variable = behind("env:", line)) {
+  } else if (const auto variable = after("env:", line)) {
     conversation.variables.push_back(*variable);
-  } else if (const auto home = behind("home:", line)) {
+  } else if (const auto home = after("home:", line)) {
     conversation.home = *home;
-  } else if (const auto folder = behind("folder:", line)) {
+  } else if (const auto folder = after("folder:", line)) {
     conversation.folder = *folder;
-  } else if (const auto clock = behind("clock:", line)) {
+  } else if (const auto clock = after("clock:", line)) {
     conversation.clock = *clock;
   } else {
     return false;

@@ -11,7 +11,7 @@ namespace halvane {
 ///
 ///     # words for the reader
 ///     file: Documents/Halvane/a.md     a file below the home directory, with the lines that follow as its
-///     | ---                            content: each line behind "| ", each ended by a line feed
+///     | ---                            content: each line after "| ", each ended by a line feed
 ///     copy: examples                   a folder of this project whose content the home directory starts with
 ///     env: LC_ALL=de_DE.UTF-8          a variable of the server's environment, which else has HOME and PATH
 ///     home: Zoë's home                 what the home directory is called

@@ -54,7 +54,7 @@ class ConversationTest : public testing::TestWithParam<std::string> {
   void expectAnswer(ServerProcess& server, const Conversation::Turn& turn) const {
     const std::string expected = inPlace(turn.line);
     ASSERT_TRUE(canonicalJson(expected))
-        << path_ << ":" << turn.lineNumber << ": the expected line is no JSON";
+        << path_ << ":" << turn.lineNumber << ": the expected line is not JSON";
     const std::optional<std::string> answer = server.receive();
     ASSERT_TRUE(answer) << path_ << ":" << turn.lineNumber << ": no answer";
     EXPECT_EQ(canonicalJson(*answer), canonicalJson(expected))

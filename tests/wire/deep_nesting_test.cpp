@@ -4,7 +4,7 @@
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 
-// JSON may be nested 512 deep, the message itself included. What is deeper is dropped, however deep.
+// JSON may be nested 512 levels deep, the message itself included. A deeper message is dropped.
 
 namespace halvane {
 namespace {

@@ -124,7 +124,7 @@ bool saysNothingElse(const std::string& reply, const std::string& right) {
 class FaultInjection : public testing::TestWithParam<FallibleCall> {
  protected:
   void SetUp() override {
-    if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer makes system calls of its own";
+    if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer makes more system calls";
     if (!hasTracer()) GTEST_SKIP() << "there is no strace here";
     home_.setJournalRoot(primarySuite, "~/Documents/Halvane");
     // The one and the other line are longer than the server reads at once, so that it can also fail in their
@@ -181,7 +181,7 @@ class FaultInjection : public testing::TestWithParam<FallibleCall> {
   void expectRightReplies(const std::map<std::int64_t, std::string>& replies, bool inputFailed,
                           const std::string& result) const {
     const bool isNothingLost = result == "error=EINTR" || result == "error=EAGAIN";
-    // Without memory there is no answer rather than a poorer one.
+    // Without memory, no answer comes, rather than an incomplete one.
     const bool isAllOrNothing = isNothingLost || GetParam().toll == Toll::oneReply;
     for (const auto& [id, reply] : replies) {
       const std::string& right = right_.at(id);
@@ -209,9 +209,9 @@ TEST_P(FaultInjection, LeavesWholeRepliesInOrderAndTheOthersAnswered) {
   for (const std::string& name : GetParam().spellings) {
     const auto isCall = [&](const std::string& call) { return nameOf(call) == name; };
     const auto before = static_cast<std::size_t>(std::count_if(calls_.begin(), firstReading, isCall));
-    const auto behind = static_cast<std::size_t>(std::count_if(firstReading, calls_.end(), isCall));
+    const auto calls = static_cast<std::size_t>(std::count_if(firstReading, calls_.end(), isCall));
     for (const std::string& result : GetParam().results) {
-      for (std::size_t number = 1; number <= behind; ++number, ++faults)
+      for (std::size_t number = 1; number <= calls; ++number, ++faults)
         failOnce(name, result, before + number);
     }
   }

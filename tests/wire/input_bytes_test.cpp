@@ -124,7 +124,7 @@ TEST_F(InputBytes, BytesThatAreNoUtf8AreReplacedAndTheRequestAnswered) {
   expectQuery("\xC0\xAF", R"(\ufffd\ufffd)");                      // a slash, longer than it may be
   expectQuery("\xED\xA0\x80", R"(\ufffd\ufffd\ufffd)");            // a surrogate
   expectQuery("\xF4\x90\x80\x80", R"(\ufffd\ufffd\ufffd\ufffd)");  // past the last character
-  expectQuery("\xE2\x82\xE2\x82\xAC", R"(\ufffd€)");               // a whole one behind half of it
+  expectQuery("\xE2\x82\xE2\x82\xAC", R"(\ufffd€)");               // a whole one after half of it
   expectQuery("caf\xE9", R"(caf\ufffd)");                          // Latin-1
 }
 

@@ -8,7 +8,7 @@
 #include "tests/support/written_file.h"
 #include "tests/wire/server_process.h"
 
-// The process ends when its input does, quietly and with status 0, whatever the input is.
+// The process ends when its input does, in silence and with status 0, after any input.
 
 namespace halvane {
 namespace {

@@ -31,11 +31,11 @@ class MemoryRefused : public testing::Test {
     server.send(search());
     return answerBefore(server);
   }
-  // The answer to what was sent last; nothing when a message behind that is answered first.
+  // The answer to the last request; nothing when a later message is answered first.
   static std::optional<std::string> answerBefore(ServerProcess& server) {
-    server.send(R"({"id":"behind","method":"ping"})");
+    server.send(R"({"id":"later","method":"ping"})");
     const std::string first = server.receive().value_or("");
-    if (first.find("behind") != std::string::npos) return std::nullopt;
+    if (first.find("later") != std::string::npos) return std::nullopt;
     EXPECT_NE(server.receive().value_or("").find("behind"), std::string::npos);
     return resultText(first);
   }
@@ -72,7 +72,7 @@ TEST_F(MemoryRefused, ForAReplyLeavesItUnanswered) {
   EXPECT_EQ(server.finish(), quietEnding);
 }
 
-// An answer without the entry would say that there is none.
+// An answer without the entry would say that the entry doesn't exist.
 TEST_F(MemoryRefused, ForAFileLeavesTheWholeCallUnanswered) {
   const std::string large =
       home_.write("large.md", EntryFile{.body = std::string(64 * mebibyte, 'x')}.text());
@@ -92,7 +92,7 @@ TEST_F(MemoryRefused, ForAFileLeavesTheWholeCallUnanswered) {
 // However little there is: an answer is the right one or none, and once there is memory again all is well.
 class HardlyAnyMemory : public MemoryRefused, public testing::WithParamInterface<const char*> {
  protected:
-  // The answer to a call of the tool; nothing when the message behind it is answered first.
+  // The answer to a call of the tool; nothing when the next message is answered first.
   std::optional<std::string> answer(ServerProcess& server) const {
     server.send(toolCall(GetParam(),
                          R"({"query":"stra\u00dfe","tag":"\u00dcn\u00ef_Code","path":")" + path_ + "\"}"));

@@ -11,7 +11,7 @@ namespace halvane {
 /// A request to call `tool` with `arguments`, a JSON object, under the identifier `id`, a JSON value.
 std::string toolCall(std::string_view tool, std::string_view arguments, std::string_view id = "1");
 
-/// The text that a tool's result brings, out of the reply line `reply`. Throws when it is no such reply.
+/// The text of a tool's result in the reply line `reply`. Throws when it is not such a reply.
 std::string resultText(std::string_view reply);
 
 /// Calls a tool and waits for its text. Throws when none comes.

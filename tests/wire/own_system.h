@@ -29,7 +29,7 @@ class OwnSystem {
   const TemporaryFolder etc_;
 };
 
-/// For Surroundings::before: gives the process mounts of its own, and the rights to change them. Throws where
+/// For Surroundings::before: gives the process its own mounts, and the rights to change them. Throws where
 /// the system refuses that.
 void enterOwnMounts();
 

@@ -22,7 +22,7 @@ using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
 // Ways up, and what a careless reader might take for one: encoded once or twice, with a backslash,
-// full-width, longer than UTF-8 allows, with something before, behind or between.
+// full-width, longer than UTF-8 allows, with something before, after or in between.
 const Texts waysUp = {
     "..",
     ".",

@@ -28,7 +28,7 @@ std::size_t pages(pid_t process, int which) {
   return count * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-// The number of kibibytes that stands in `file` of a process behind the word `name`, in bytes.
+// The number of kibibytes after the word `name` in the process's file `file`, in bytes.
 std::size_t bytesIn(pid_t process, const char* file, std::string_view name) {
   std::ifstream stream(folderOf(process) + "/" + file);
   for (std::string word; stream >> word;) {
@@ -38,7 +38,7 @@ std::size_t bytesIn(pid_t process, const char* file, std::string_view name) {
   throw std::runtime_error("no such process");
 }
 
-// The letter of a process's state. It stands behind the process's name, which may hold blanks and brackets.
+// The letter of a process's state. It comes after the process's name, which may contain blanks and brackets.
 char stateOf(pid_t process) {
   std::ifstream file(folderOf(process) + "/stat");
   const std::string all((std::istreambuf_iterator<char>(file)), {});

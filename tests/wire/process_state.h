@@ -14,7 +14,7 @@ std::size_t addressSpace(pid_t process);
 /// The most resident memory that a process has held so far, in bytes.
 std::size_t peakMemory(pid_t process);
 
-/// The resident memory counted page by page: residentMemory() may be some dozens of pages behind.
+/// The resident memory counted page by page: residentMemory() may lag by some dozens of pages.
 std::size_t countedMemory(pid_t process);
 
 /// How many files a process has open.

@@ -8,7 +8,7 @@
 namespace halvane {
 namespace {
 
-// A journal of sixty entries, of which a search shows the newest: ten, or as many as were asked for up to
+// A journal of sixty entries, of which a search shows the newest: ten, or the number in the request, up to
 // fifty.
 class ResultLimit : public testing::Test {
  protected:

@@ -164,7 +164,7 @@ void holdWholeConversation(ServerProcess& server, const std::string& entry) {
 class TracedServer : public testing::Test {
  protected:
   void SetUp() override {
-    if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer has needs of its own";
+    if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer makes more system calls";
     if (!hasTracer()) GTEST_SKIP() << "there is no strace here";
     home_.setJournalRoot("app.halvane.Halvane", "~/Documents/Halvane");
     const std::string entry =

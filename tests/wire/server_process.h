@@ -43,7 +43,8 @@ inline const Ending quietEnding{0, "", ""};
 
 std::ostream& operator<<(std::ostream& out, const Ending& ending);
 
-/// The real server, a process of its own with pipes for its streams. It is killed when this ends before it.
+/// The real server, as a child process with pipes for its streams. It is killed if it still runs when this
+/// ends.
 class ServerProcess {
  public:
   explicit ServerProcess(const Surroundings& surroundings);

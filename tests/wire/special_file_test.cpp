@@ -14,7 +14,7 @@
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 
-// Things with an entry's name that are no files: none of them is waited for, read or shown.
+// Pipes, sockets and the like with an entry's name: the server doesn't wait for them, read them or show them.
 
 namespace halvane {
 namespace {
@@ -26,7 +26,7 @@ class SpecialFile : public testing::Test {
     special_ = home_.journal() + "/special.md";
   }
 
-  // Sees that the journal has the one entry, and that there is none under the special file's name.
+  // Checks that the journal has the one entry, and none under the special file's name.
   void expectPassedOver() {
     EXPECT_EQ(askTool(server_, "search_entries", "{}"),
               "[Nov 3, 2025 at 9:14 AM] " + entry_ + "\nThe harbour.");
@@ -152,7 +152,7 @@ TEST_F(SpecialFile, TheJournalMayBeALinkToAFolder) {
   expectPassedOver();
 }
 
-// Settings that are no file are none, and nobody waits for them.
+// Settings that are not a regular file are ignored, and the server doesn't wait for them.
 TEST_F(SpecialFile, SettingsInAPipeAreNone) {
   makeFolder(home_.below(".config"));
   ASSERT_EQ(mkfifo(home_.below(".config/app.halvane.Halvane.plist").c_str(), 0666), 0);

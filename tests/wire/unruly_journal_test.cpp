@@ -127,7 +127,7 @@ TEST_F(UnrulyJournal, MayHaveNamesOfAnyCharacters) {
   }
 }
 
-// A name that is no text is shown with replacements, one for each sequence that is ill-formed.
+// A name that is not UTF-8 is shown with one replacement character for each ill-formed sequence.
 TEST_F(UnrulyJournal, MayHaveNamesThatAreNoText) {
   struct Case {
     std::string name, shown;
