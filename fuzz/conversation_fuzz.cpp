@@ -14,6 +14,7 @@
 
 #include "fuzz/property.h"
 #include "server/json.h"
+#include "server/lone_surrogates.h"
 #include "server/message_loop.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
@@ -111,7 +112,7 @@ std::vector<std::string> linesOf(std::string_view bytes) {
 std::optional<json::value> parsed(std::string_view text) {
   json::parse_options options;
   options.max_depth = 512;
-  json::error_code error;
+  boost::system::error_code error;
   json::value value = json::parse(json::string_view(text), error, {}, options);
   return error ? std::nullopt : std::optional<json::value>(std::move(value));
 }
@@ -119,14 +120,14 @@ std::optional<json::value> parsed(std::string_view text) {
 std::string repaired(std::string_view line) {
   if (line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3);
   std::string text;
-  return icu::UnicodeString::fromUTF8({line.data(), static_cast<std::int32_t>(line.size())})
-      .toUTF8String(text);
+  icu::UnicodeString::fromUTF8({line.data(), static_cast<std::int32_t>(line.size())}).toUTF8String(text);
+  return withoutLoneSurrogates(text).value_or(text);
 }
 
 // Every digit of the identifier in a message, as it is written; null where there is none.
 std::string identifierIn(std::string_view message) {
-  const std::array<std::string_view, 1> wanted = {"id"};
-  const std::optional<JsonValue> value = JsonValue::parse(message, wanted);
+  const std::array<std::string_view, 1> keptMembers = {"id"};
+  const std::optional<JsonValue> value = JsonValue::parse(message, keptMembers);
   const JsonValue* id = value ? value->find("id") : nullptr;
   return id == nullptr ? "null" : id->serialise();
 }

@@ -24,72 +24,46 @@ namespace {
 constexpr const char* protocolVersion = "2025-06-18";
 constexpr std::int64_t methodNotFound = -32601;
 
-// What a tool may need besides the journal itself. ICU loads its data when they are first asked for, and
-// where memory fails it in the midst of that it remembers the failure for good; so a tool is not begun
-// without.
+// Bytes that a tool may need besides the journal itself. ICU loads its data when they are first asked for.
+// Where memory fails it in the midst of that, it remembers the failure for good. So no tool begins without.
 constexpr std::size_t toolMemory = 2 << 20;
 
 // The object called `name` in `value`; an empty one when there is none.
 const JsonValue& objectIn(const JsonValue& value, const char* name) {
-  static const JsonValue empty{JsonValue::Object()};
+  static const JsonValue empty = object();
   const JsonValue* member = value.find(name);
   return member != nullptr && member->isObject() ? *member : empty;
 }
 
-// The text called `name` in `value`; null when there is none.
-const std::string* textIn(const JsonValue& value, const char* name) {
-  const JsonValue* member = value.find(name);
-  return member == nullptr ? nullptr : member->text();
-}
-
-JsonValue object(const char* name, JsonValue value) {
-  JsonValue::Object members;
-  members.push_back({name, std::move(value)});
-  return JsonValue(std::move(members));
-}
-
 // Whatever version the client names is the one we speak: nothing that we say differs between them.
 JsonValue initializeResult(const JsonValue& params) {
-  const std::string* named = textIn(params, "protocolVersion");
-  JsonValue::Object serverInfo;
-  serverInfo.push_back({"name", JsonValue("Halvane")});
-  serverInfo.push_back({"version", JsonValue(serverVersion)});
-  JsonValue::Object result;
-  result.push_back({"protocolVersion", named != nullptr ? JsonValue(*named) : JsonValue(protocolVersion)});
-  result.push_back({"capabilities", object("tools", JsonValue(JsonValue::Object()))});
-  result.push_back({"serverInfo", JsonValue(std::move(serverInfo))});
-  return JsonValue(std::move(result));
+  return object(member("protocolVersion", params.textIn("protocolVersion").value_or(protocolVersion)),
+                member("capabilities", object(member("tools", object()))),
+                member("serverInfo", object(member("name", "Halvane"), member("version", serverVersion))));
 }
 
 JsonValue toolResult(std::string text) {
-  JsonValue::Object item;
-  item.push_back({"type", JsonValue("text")});
-  item.push_back({"text", JsonValue(std::move(text))});
-  JsonValue::Array content;
-  content.push_back(JsonValue(std::move(item)));
-  JsonValue::Object result;
-  result.push_back({"content", JsonValue(std::move(content))});
-  result.push_back({"isError", JsonValue(false)});
-  return JsonValue(std::move(result));
+  return object(member("content", array(object(member("type", "text"), member("text", std::move(text))))),
+                member("isError", false));
 }
 
 JsonValue callToolWith(const JsonValue& params) {
-  const std::string* name = textIn(params, "name");
-  return toolResult(callTool(name != nullptr ? *name : std::string(), objectIn(params, "arguments")));
+  return toolResult(callTool(params.textIn("name").value_or(""), objectIn(params, "arguments")));
 }
 
-// The line as JSON; nothing when it is none. Bytes that are not UTF-8 are replaced, so that the request that
-// holds them still gets its answer.
+// The line as JSON; nothing when it is none. Bytes that are not UTF-8 are replaced: the request that holds
+// them still gets its answer.
 std::optional<JsonValue> parseLine(std::string_view line) {
-  constexpr std::array<std::string_view, 3> wanted = {"method", "id", "params"};
+  constexpr std::array<std::string_view, 3> membersThatCount = {"method", "id", "params"};
   const std::string_view text = withoutByteOrderMark(line);
-  return isUtf8(text) ? JsonValue::parse(text, wanted) : JsonValue::parse(repairUtf8(text), wanted);
+  return isUtf8(text) ? JsonValue::parse(text, membersThatCount)
+                      : JsonValue::parse(repairUtf8(text), membersThatCount);
 }
 
 void handleLine(std::string_view line) {
   const std::optional<JsonValue> message = parseLine(line);
-  const std::string* method = message ? textIn(*message, "method") : nullptr;
-  if (method == nullptr) return;
+  const std::optional<std::string_view> method = message ? message->textIn("method") : std::nullopt;
+  if (!method) return;
   // A request without an "id" is a notification to JSON-RPC. Only the error for unknown methods makes that
   // difference: the methods that we know are answered all the same, with an id of null.
   static const JsonValue null;
@@ -102,15 +76,15 @@ void handleLine(std::string_view line) {
   } else if (*method == "notifications/initialized" || *method == "notifications/cancelled") {
     // Accepted, and nothing to do: there is no state to begin and no call that could be interrupted.
   } else if (*method == "ping") {
-    sendResult(JsonValue(JsonValue::Object()), id);
+    sendResult(object(), id);
   } else if (*method == "tools/list") {
-    sendResult(object("tools", toolDefinitions), id);
+    sendResult(object(member("tools", toolDefinitions)), id);
   } else if (*method == "tools/call") {
     requireMemory(toolMemory);
     sendResult(callToolWith(params), id);
     giveBackFreeMemory();
   } else if (given != nullptr) {
-    sendError(methodNotFound, "Method not found: " + *method, id);
+    sendError(methodNotFound, std::string("Method not found: ").append(*method), id);
   }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+// Reads the messages of the client and answers them, until there are no more.
+
 namespace halvane {
 
 /// Answers the messages that come on standard input, one JSON-RPC 2.0 message of the Model Context Protocol a

@@ -25,11 +25,9 @@ void writeLine(std::string line) {
 }
 
 void send(const char* name, JsonValue content, const JsonValue& id) {
-  JsonValue::Object envelope;
-  envelope.push_back({"jsonrpc", JsonValue("2.0")});
-  envelope.push_back({"id", id});
-  envelope.push_back({name, std::move(content)});
-  writeLine(JsonValue(std::move(envelope)).serialise());
+  const JsonValue reply =
+      object(member("jsonrpc", "2.0"), member("id", id), member(name, std::move(content)));
+  writeLine(reply.serialise());
 }
 
 }  // namespace
@@ -39,10 +37,7 @@ void sendResult(JsonValue result, const JsonValue& id) {
 }
 
 void sendError(std::int64_t code, std::string message, const JsonValue& id) {
-  JsonValue::Object error;
-  error.push_back({"code", JsonValue(code)});
-  error.push_back({"message", JsonValue(std::move(message))});
-  send("error", JsonValue(std::move(error)), id);
+  send("error", object(member("code", code), member("message", std::move(message))), id);
 }
 
 }  // namespace halvane

@@ -1,5 +1,7 @@
 #pragma once
 
+// Writes replies, and is the only code that writes to standard output.
+
 #include <cstdint>
 #include <string>
 
@@ -7,8 +9,8 @@
 
 namespace halvane {
 
-// The only code that writes to standard output. Each reply is a JSON-RPC 2.0 response on one line, written
-// and out before the call returns. A reply that can't be written is lost without a word.
+// Each reply is a JSON-RPC 2.0 response on one line, written and out before the call returns. A reply that
+// can't be written is lost without a word.
 
 /// Answers the request identified by `id` with `result`, a JSON object.
 void sendResult(JsonValue result, const JsonValue& id);

@@ -1,5 +1,7 @@
 #pragma once
 
+// Which version of the server this is.
+
 namespace halvane {
 
 /// The server's own version, as "initialize" tells it.

@@ -1,5 +1,7 @@
 #pragma once
 
+// Describes the tools to clients.
+
 #include "server/json.h"
 
 namespace halvane {

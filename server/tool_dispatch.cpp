@@ -12,38 +12,31 @@
 namespace halvane {
 namespace {
 
-std::string textArgument(const JsonValue& arguments, const char* name) {
-  const JsonValue* argument = arguments.find(name);
-  const std::string* text = argument == nullptr ? nullptr : argument->text();
-  return text == nullptr ? std::string() : *text;
-}
-
-// A number from 1 to `most`. What is no whole number takes the default, not the nearest whole one.
-std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::int64_t otherwise,
-                            std::int64_t most) {
+// A number from 1 to `largest`. What is no whole number takes the default, not the nearest whole one.
+std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::int64_t fallback,
+                            std::int64_t largest) {
   const JsonValue* argument = arguments.find(name);
   const std::optional<std::int64_t> number = argument == nullptr ? std::nullopt : argument->wholeNumber();
-  return std::clamp<std::int64_t>(number.value_or(otherwise), 1, most);
+  return std::clamp<std::int64_t>(number.value_or(fallback), 1, largest);
 }
 
-// The tag to filter by. One without a canonical form filters nothing: all entries are looked at, as without
-// it.
+// The tag to filter by. A tag without a canonical form filters nothing: all entries are looked at.
 std::optional<std::string> tagArgument(const JsonValue& arguments) {
-  return Entry::normalizeTag(textArgument(arguments, "tag"));
+  return Entry::normalizeTag(arguments.textIn("tag").value_or(""));
 }
 
 }  // namespace
 
-std::string callTool(const std::string& name, const JsonValue& arguments) {
+std::string callTool(std::string_view name, const JsonValue& arguments) {
   if (name == "search_entries") {
-    return searchEntries(textArgument(arguments, "query"), tagArgument(arguments),
+    return searchEntries(arguments.textIn("query").value_or(""), tagArgument(arguments),
                          numberArgument(arguments, "limit", 10, 50));
   }
-  if (name == "read_entry") return readEntry(textArgument(arguments, "path"));
+  if (name == "read_entry") return readEntry(arguments.textIn("path").value_or(""));
   if (name == "list_recent") {
     return listRecent(numberArgument(arguments, "days", 7, 365), tagArgument(arguments));
   }
-  return "Unknown tool: " + name;
+  return std::string("Unknown tool: ").append(name);
 }
 
 }  // namespace halvane

@@ -60,10 +60,10 @@ TEST(JsonWriting, MembersKeepTheirOrder) {
 
 TEST(JsonWriting, WhatIsWrittenReadsTheSame) {
   const std::string text = R"({"a":["\u0000\"\\\/\u001f",{"b":-0.0,"":null}],"c":1e400})";
-  constexpr std::array<std::string_view, 2> wanted = {"a", "c"};
-  const std::string written = JsonValue::parse(text, wanted).value().serialise();
+  constexpr std::array<std::string_view, 2> keptMembers = {"a", "c"};
+  const std::string written = JsonValue::parse(text, keptMembers).value().serialise();
   EXPECT_EQ(written, text);
-  EXPECT_EQ(JsonValue::parse(written, wanted).value().serialise(), written);
+  EXPECT_EQ(JsonValue::parse(written, keptMembers).value().serialise(), written);
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ namespace {
 
 // The text of a call of `tool` with `arguments`, a JSON object.
 std::string call(const std::string& tool, const std::string& arguments) {
-  constexpr std::array<std::string_view, 1> wanted = {"arguments"};
-  const std::optional<JsonValue> request = JsonValue::parse("{\"arguments\":" + arguments + "}", wanted);
+  constexpr std::array<std::string_view, 1> keptMembers = {"arguments"};
+  const std::optional<JsonValue> request = JsonValue::parse("{\"arguments\":" + arguments + "}", keptMembers);
   return callTool(tool, *request->find("arguments"));
 }
 
