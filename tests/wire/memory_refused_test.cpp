@@ -36,7 +36,7 @@ class MemoryRefused : public testing::Test {
     server.send(R"({"id":"later","method":"ping"})");
     const std::string first = server.receive().value_or("");
     if (first.find("later") != std::string::npos) return std::nullopt;
-    EXPECT_NE(server.receive().value_or("").find("behind"), std::string::npos);
+    EXPECT_NE(server.receive().value_or("").find("later"), std::string::npos);
     return resultText(first);
   }
 
