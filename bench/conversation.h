@@ -10,10 +10,10 @@ namespace halvane {
 // The lines that a client sends, each with its line feed. Queries and tags must need no escapes in JSON.
 
 inline constexpr std::string_view initializeLine =
-    R"({"jsonrpc":"2.0","id":1,"method":"initialize","params":{"protocolVersion":"2025-06-18"}})"
-    "\n";
-inline constexpr std::string_view pingLine = R"({"jsonrpc":"2.0","id":1,"method":"ping"})"
-                                             "\n";
+    R"({"jsonrpc":"2.0","id":1,"method":"initialize","params":{"protocolVersion":"2025-06-18"}}
+)";
+inline constexpr std::string_view pingLine = R"({"jsonrpc":"2.0","id":1,"method":"ping"}
+)";
 
 std::string searchLine(std::string_view query);
 std::string tagLine(std::string_view tag);

@@ -22,7 +22,7 @@ namespace {
 constexpr std::size_t bufferSize = std::size_t{16} << 20;
 using Word = std::uint64_t;
 
-// Touches every byte. The last word may reach behind the end of the file, into what the buffer held before.
+// Touches every byte. The last word may reach beyond the end of the file, into what the buffer held before.
 Word sumOf(std::span<const Word> words) {
   Word sum = 0;
   for (const Word word : words) sum += word;
@@ -74,7 +74,7 @@ int main(int argumentCount, char** arguments) {
     std::cerr << "usage: bench_limit FOLDER\n";
     return 2;
   }
-  // One word more than is read into, for the zeros behind the last byte.
+  // One word more than is read into, for the zeros after the last byte.
   const auto memory = std::make_unique_for_overwrite<Word[]>(bufferSize / sizeof(Word) + 1);
   const std::span<Word> buffer(memory.get(), bufferSize / sizeof(Word));
   std::string line;

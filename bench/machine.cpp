@@ -10,7 +10,7 @@
 namespace halvane {
 namespace {
 
-// What stands behind `label` in the first line of the file `path` that begins with it, without quotes.
+// What stands after `label` in the first line of the file `path` that begins with it, without quotes.
 std::string valueIn(const char* path, std::string_view label) {
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) {

@@ -91,8 +91,8 @@ void compare(const Search& search, const Journal& journal, const Settings& setti
   report.add(figures);
 }
 
-// What an entry costs more in a journal ten times as large, the limit's own growth taken off; and the points
-// of the plot.
+// What an entry costs more in a journal ten times as large, the limit's own growth taken off; and the
+// times at each size.
 void measureGrowth(const Settings& settings, Report& report) {
   constexpr std::size_t sizes[] = {1'000, 10'000, 100'000};
   enum { server, limit, rg, contestantsForOneSize };
@@ -118,8 +118,8 @@ void measureGrowth(const Settings& settings, Report& report) {
   };
   report.add(goals::growth, "growth", medianRatio(growthOf(server), growthOf(limit)));
   for (std::size_t i = 0; i < std::size(sizes); ++i) {
-    report.add(
-        PlotPoint{sizes[i], median(timesOf(i, server)), median(timesOf(i, limit)), median(timesOf(i, rg))});
+    report.add(GrowthFigures{sizes[i], median(timesOf(i, server)), median(timesOf(i, limit)),
+                             median(timesOf(i, rg))});
   }
 }
 

@@ -7,7 +7,6 @@
 #include <stdexcept>
 
 #include "bench/machine.h"
-#include "bench/plot.h"
 
 namespace halvane {
 namespace {
@@ -31,8 +30,7 @@ void writeText(const std::string& path, const std::string& text) {
 }  // namespace
 
 void writePerformancePage(const std::string& folder, const Report& report) {
-  if (report.plotPoints().empty())
-    throw std::runtime_error("only a full run has all that belongs on the page");
+  if (!report.isComplete()) throw std::runtime_error("only a full run has all that belongs on the page");
   const std::string path = folder + "/performance.md";
   std::ifstream file(path, std::ios::binary);
   std::string page{std::istreambuf_iterator<char>(file), {}};
@@ -44,7 +42,6 @@ void writePerformancePage(const std::string& folder, const Report& report) {
   page.replace(from, end - from,
                "Measured on " + today() + ": " + machineInWords() + ".\n\n" + report.tables());
   writeText(path, page);
-  writeText(folder + "/performance.svg", drawPlot(report.plotPoints()));
 }
 
 }  // namespace halvane

@@ -7,7 +7,7 @@
 namespace halvane {
 
 /// Puts the tables of a run, the day and the machine in words between the two markers of
-/// `folder`/performance.md, and the plot into `folder`/performance.svg. Throws when the run was not a full
+/// `folder`/performance.md. Throws when the run was not a full
 /// one or a file can't be written.
 void writePerformancePage(const std::string& folder, const Report& report);
 

@@ -66,7 +66,10 @@ bool Report::meetsAllGoals() const {
 }
 
 std::string Report::tables() const {
-  return searches_.empty() ? goalTable() : goalTable() + "\n" + searchTable();
+  std::string tables = goalTable();
+  if (!searches_.empty()) tables += "\n" + searchTable();
+  if (!growth_.empty()) tables += "\n" + growthTable();
+  return tables;
 }
 
 std::string Report::goalTable() const {
@@ -92,6 +95,15 @@ std::string Report::searchTable() const {
   for (const SearchFigures& search : searches_) {
     rows.push_back({search.name, figure(search.seconds * 1000), figure(search.limitRatio),
                     ratio(search.oneThreadRatio), ratio(search.twoThreadsRatio)});
+  }
+  return aligned(rows);
+}
+
+std::string Report::growthTable() const {
+  std::vector<Row> rows = {{"entries", "server, ms", "reading alone, ms", "rg -j1, ms"}};
+  for (const GrowthFigures& size : growth_) {
+    rows.push_back({std::to_string(size.entries), figure(size.server * 1000), figure(size.limit * 1000),
+                    figure(size.ripgrep * 1000)});
   }
   return aligned(rows);
 }

@@ -25,8 +25,8 @@ struct SearchFigures {
   std::optional<double> twoThreadsRatio;
 };
 
-/// The cost of one search of a journal of so many entries, in seconds.
-struct PlotPoint {
+/// One search of a journal of so many entries: the server, reading alone and ripgrep, in seconds.
+struct GrowthFigures {
   std::size_t entries;
   double server;
   double limit;
@@ -39,21 +39,23 @@ class Report {
   /// Notes a figure, and shows it on standard error: a run takes minutes.
   void add(const Goal& goal, const std::string& variant, double value);
   void add(const SearchFigures& search) { searches_.push_back(search); }
-  void add(const PlotPoint& point) { plotPoints_.push_back(point); }
+  void add(const GrowthFigures& point) { growth_.push_back(point); }
 
-  const std::vector<PlotPoint>& plotPoints() const { return plotPoints_; }
+  /// Whether this was a full run, with everything that belongs on the page.
+  bool isComplete() const { return !growth_.empty(); }
   bool meetsAllGoals() const;
 
-  /// The goals with their worst figures, then every search: two Markdown tables.
+  /// The goals with their worst figures, then every search, then the growth: Markdown tables.
   std::string tables() const;
 
  private:
   std::string goalTable() const;
   std::string searchTable() const;
+  std::string growthTable() const;
 
   std::vector<Figure> figures_;
   std::vector<SearchFigures> searches_;
-  std::vector<PlotPoint> plotPoints_;
+  std::vector<GrowthFigures> growth_;
 };
 
 }  // namespace halvane

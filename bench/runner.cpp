@@ -23,7 +23,7 @@ constexpr const char* usage =
   --rounds NUMBER   how often contestants take turns
   --server PATH     the program under test instead of this build's
   --cache FOLDER    where the journals are written and found again
-  --write FOLDER    puts the tables and the plot into performance.md and performance.svg there
+  --write FOLDER    puts the tables into performance.md there
   --list            the names of the measurements
 )";
 
