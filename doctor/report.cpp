@@ -147,14 +147,8 @@ void describeContent(const Examination& examination, Page& page) {
 }
 
 // The distance of the user's clocks from UTC at `moment`, such as UTC+01:00.
-std::string utcOffset(Instant moment) {
-  constexpr int millisecondsAMinute = 60000;
-  const auto whole = std::chrono::floor<std::chrono::milliseconds>(moment);
-  std::int32_t raw = 0;
-  std::int32_t savings = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  userTimeZone()->getOffset(static_cast<UDate>(whole.time_since_epoch().count()), 0, raw, savings, status);
-  const int minutes = (raw + savings) / millisecondsAMinute;
+std::string offsetInWords(Instant moment) {
+  const auto minutes = static_cast<int>(utcOffset(moment) / std::chrono::minutes(1));
   std::array<char, 32> text;
   const int length = std::snprintf(text.data(), text.size(), "UTC%c%02d:%02d", minutes < 0 ? '-' : '+',
                                    std::abs(minutes) / 60, std::abs(minutes) % 60);
@@ -165,7 +159,7 @@ void describeDates(Page& page) {
   const Instant present = now();
   page.heading("How dates are shown");
   page.line("Now it is " + dateStyle.words().of(present) + ".");
-  page.line("The locale is " + userLocale() + ", the time zone " + utcOffset(present) + ".");
+  page.line("The locale is " + userLocale() + ", the time zone " + offsetInWords(present) + ".");
 }
 
 void describeTags(const Examination& examination, Page& page) {

@@ -8,15 +8,13 @@
 #include <string_view>
 #include <utility>
 
+#include "text/icu.h"
 #include "user/date_words.h"
+#include "user/icu_dates.h"
 #include "user/user_locale.h"
 
 namespace halvane {
 namespace {
-
-void check(UErrorCode status) {
-  if (U_FAILURE(status)) throw std::bad_alloc();
-}
 
 // Languages that join date and time by a word, as in "Nov 3, 2025 at 9:14 AM". The others put a comma there.
 bool joinsByWord(const icu::Locale& locale) {
@@ -57,9 +55,8 @@ DateWords::DateWords() {
 DateWords::~DateWords() = default;
 
 std::string DateWords::of(Instant moment) const {
-  const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(moment);
   icu::UnicodeString words;
-  formatter_->format.format(static_cast<UDate>(milliseconds.time_since_epoch().count()), words);
+  formatter_->format.format(icuDate(moment), words);
   constexpr char16_t narrowNoBreakSpace = 0x202F;
   words.findAndReplace(icu::UnicodeString(narrowNoBreakSpace), icu::UnicodeString(u' '));
   if (words.isBogus()) throw std::bad_alloc();

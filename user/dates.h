@@ -1,5 +1,7 @@
 #pragma once
 
+// Moments, the text that an entry names one by, and the user's calendar days and clock.
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
@@ -12,6 +14,10 @@ using Instant = std::chrono::sys_time<std::chrono::microseconds>;
 
 /// The present moment.
 Instant now();
+
+/// How far the user's clocks are ahead of UTC at `moment`, by the time zone that is set now; negative where
+/// they are after it, in the west.
+std::chrono::seconds utcOffset(Instant moment);
 
 /// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and
 /// time zone as they are now. A time that a change of the clocks skips moves later by the gap; of a repeated

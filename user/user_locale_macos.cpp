@@ -1,15 +1,11 @@
-#include <unicode/locid.h>
-
-#include <new>
-#include <string_view>
-
 #include "user/core_foundation.h"
+#include "user/known_locale.h"
 #include "user/user_locale.h"
 
 namespace halvane {
 namespace {
 
-// CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting behind it is read. It
+// CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting itself is read. It
 // names language and region, and calendar, digits and hours where they are not the usual ones.
 std::string settingsIdentifier() {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
@@ -27,24 +23,7 @@ std::string settingsIdentifier() {
 }  // namespace
 
 std::string userLocale() {
-  const icu::Locale locale(settingsIdentifier().c_str());
-  const bool isKnown = *locale.getISO3Language() != '\0';
-  return isKnown ? locale.getName() : "en_US";
-}
-
-bool userLocaleTellsDotlessI() {
-  const icu::Locale locale(userLocale().c_str());
-  const std::string_view language = locale.getLanguage();
-  return language == "tr" || language == "az";
-}
-
-std::unique_ptr<icu::TimeZone> userTimeZone() {
-  CFTimeZoneResetSystem();
-  const CfOwned<CFTimeZoneRef> system(CFTimeZoneCopySystem());
-  const std::string name = utf8Text(CFTimeZoneGetName(system.get())).value_or("GMT");
-  std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
-  if (!zone) throw std::bad_alloc();
-  return zone;
+  return knownLocale(settingsIdentifier());
 }
 
 }  // namespace halvane

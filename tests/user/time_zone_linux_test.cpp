@@ -22,7 +22,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
 #include "user/dates.h"
-#include "user/user_locale.h"
+#include "user/icu_dates.h"
 
 namespace halvane {
 namespace {

@@ -74,6 +74,17 @@ TEST(Locale, ThatNobodyKnowsIsAmericanEnglish) {
   }
 }
 
+TEST(Locale, OfANameThatNoSystemHasIsAmericanEnglish) {
+  for (std::size_t length = 90; length < 2000; length += length < 300 ? 1 : 100) {
+    for (const std::string start : {"de_DE_", "de", "de__"}) {
+      const std::string name = start + std::string(length, 'X');
+      const std::string locale = localeNamed(name);
+      EXPECT_TRUE(locale == "en_US" || length + start.size() <= 100) << name;
+    }
+  }
+  EXPECT_EQ(localeNamed(std::string(1 << 20, 'd') + "_DE.UTF-8"), "en_US");
+}
+
 TEST(Locale, TellsDottedAndDotlessIApartInTurkishAndAzerbaijaniAlone) {
   struct Case {
     const char* name;

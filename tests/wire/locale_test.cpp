@@ -3,8 +3,11 @@
 #include <boost/json.hpp>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/special_file.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/test_vectors.h"
+#include "tests/support/written_file.h"
 #include "tests/wire/clock.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
@@ -20,6 +23,7 @@ std::string dateWith(const std::vector<std::string>& variables,
   const TemporaryHome home;
   const std::string path = home.write("a.md", EntryFile{.date = momentOf(seconds)}.text());
   ServerProcess server({.home = home.path(), .variables = variables});
+  EXPECT_NE(askTool(server, "list_recent", "{}"), "") << "days are counted in the user's zone too";
   const std::string text = askTool(server, "read_entry", "{\"path\":" + jsonString(path) + "}");
   EXPECT_EQ(server.finish(), quietEnding);
   constexpr std::size_t before = std::string_view("Date: ").size();
@@ -76,6 +80,13 @@ TEST(Locale, IsAmericanEnglishWithoutACountryOfItsOwn) {
   }
 }
 
+TEST(Locale, IsAmericanEnglishWhereItsNameIsLongerThanAnyLocales) {
+  for (const std::size_t length : {101U, 150U, 151U, 156U, 157U, 172U, 1000U, 65536U}) {
+    const std::string name = "LANG=de_DE_" + std::string(length - 6, 'X');
+    EXPECT_EQ(dateWith({"LC_ALL=", "LC_TIME=", name, "TZ=UTC"}), "Nov 3, 2025 at 9:14 AM") << length;
+  }
+}
+
 TEST(TimeZone, IsNamedAsPosixNamesIt) {
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"UTC", "Nov 3, 2025 at 9:14 AM"},
@@ -97,6 +108,29 @@ TEST(TimeZone, IsNamedAsPosixNamesIt) {
   };
   for (const auto& [zone, date] : cases) {
     EXPECT_EQ(dateWith({"LC_ALL=en_US.UTF-8", std::string("TZ=") + zone}), date) << zone;
+  }
+}
+
+TEST(TimeZone, ThatNamesAPipeIsUtc) {
+  const TemporaryFolder zones;
+  makeNamedPipe(zones.below("pipe"));
+  makeNamedPipe(zones.below("posixrules"));
+  makeLink(zones.below("link"), zones.below("pipe"));
+  const std::string folder = "TZDIR=" + zones.path();
+  const std::string pipe = "TZ=" + zones.below("pipe");
+  for (const std::vector<std::string>& variables : {
+           std::vector<std::string>{pipe},
+           std::vector<std::string>{"TZ=:" + zones.below("pipe")},
+           std::vector<std::string>{"TZ=" + zones.below("link")},
+           std::vector<std::string>{"TZ=../../.." + zones.below("pipe")},
+           std::vector<std::string>{"TZ=pipe", folder},
+           std::vector<std::string>{"TZ=:link", folder},
+           std::vector<std::string>{"TZ=EST5EDT", folder},
+           std::vector<std::string>{"TZ=/dev/tty"},
+       }) {
+    std::vector<std::string> all = variables;
+    all.emplace_back("LC_ALL=en_US.UTF-8");
+    EXPECT_EQ(dateWith(all), "Nov 3, 2025 at 9:14 AM") << testing::PrintToString(variables);
   }
 }
 

@@ -1,0 +1,105 @@
+#include <sys/stat.h>
+#include <unicode/calendar.h>
+#include <unicode/gregocal.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "system/paths.h"
+#include "user/icu_dates.h"
+
+namespace halvane {
+namespace {
+
+// The time zone as the C library has it: TZ with all that POSIX allows in it, otherwise the system's setting.
+// Its zone files are kept up to date with the system; the zones in ICU's own data are as old as ICU is.
+class SystemTimeZone : public icu::TimeZone {
+ public:
+  using icu::TimeZone::getOffset;
+
+  void getOffset(UDate date, UBool local, std::int32_t& rawOffset, std::int32_t& savings,
+                 UErrorCode& /*status*/) const override {
+    savings = 0;
+    rawOffset = offsetAt(date);
+    if (local) rawOffset = offsetAt(date - rawOffset);
+  }
+  std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
+                         std::uint8_t, std::int32_t milliseconds, UErrorCode& /*status*/) const override {
+    using namespace std::chrono;
+    const int astronomical = era == icu::GregorianCalendar::AD ? year : 1 - year;
+    const sys_days date = std::chrono::year(astronomical) /
+                          std::chrono::month(static_cast<unsigned>(month + 1)) /
+                          std::chrono::day(static_cast<unsigned>(day));
+    const auto moment = static_cast<UDate>(std::chrono::milliseconds(date.time_since_epoch()).count());
+    return offsetAt(moment + milliseconds - offsetAt(moment + milliseconds));
+  }
+  std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
+                         std::uint8_t dayOfWeek, std::int32_t milliseconds, std::int32_t /*monthLength*/,
+                         UErrorCode& status) const override {
+    return getOffset(era, year, month, day, dayOfWeek, milliseconds, status);
+  }
+  void setRawOffset(std::int32_t /*milliseconds*/) override {}
+  std::int32_t getRawOffset() const override { return offsetAt(icu::Calendar::getNow()); }
+  UBool useDaylightTime() const override { return false; }
+  UBool inDaylightTime(UDate /*date*/, UErrorCode& /*status*/) const override { return false; }
+  icu::TimeZone* clone() const override { return new SystemTimeZone(*this); }
+  static UClassID getStaticClassID() {
+    static char identity = 0;
+    return &identity;
+  }
+  UClassID getDynamicClassID() const override { return getStaticClassID(); }
+
+ private:
+  static std::int32_t offsetAt(UDate date) {
+    const auto moment = static_cast<std::time_t>(std::floor(date / 1000));
+    std::tm fields{};
+    return localtime_r(&moment, &fields) != nullptr ? static_cast<std::int32_t>(fields.tm_gmtoff) * 1000 : 0;
+  }
+};
+
+// Whether something is at `path` that is not read but waited for, such as a pipe.
+bool isNoRegularFile(const std::string& path) {
+  struct stat state;
+  return stat(path.c_str(), &state) == 0 && !S_ISREG(state.st_mode);
+}
+
+// The file that the C library looks for under the name of a zone.
+std::string zoneFile(std::string_view name) {
+  const char* folder = std::getenv("TZDIR");
+  const bool isSet = folder != nullptr && *folder != '\0';
+  return name.starts_with('/') ? std::string(name) : joinPath(isSet ? folder : "/usr/share/zoneinfo", name);
+}
+
+// The file in which the C library looks for the time zone that TZ names by `setting`, before it takes that
+// for a rule; the system's own zone when TZ is not set.
+std::string firstFile(const char* setting) {
+  if (setting == nullptr) return "/etc/localtime";
+  return zoneFile(*setting == ':' ? setting + 1 : setting);
+}
+
+// Whether the C library can find the time zone without waiting for anybody. It looks into posixrules when a
+// rule doesn't say on which days the clocks change.
+bool isReadable(const char* setting) {
+  return !isNoRegularFile(firstFile(setting)) && !isNoRegularFile(zoneFile("posixrules"));
+}
+
+}  // namespace
+
+std::unique_ptr<icu::TimeZone> userTimeZone() {
+  std::unique_ptr<icu::TimeZone> zone;
+  if (isReadable(std::getenv("TZ"))) {
+    tzset();  // reads the settings again
+    zone = std::make_unique<SystemTimeZone>();
+  } else {
+    zone.reset(icu::TimeZone::getGMT()->clone());
+  }
+  if (!zone) throw std::bad_alloc();  // ICU's classes have a new of their own, which answers with null
+  return zone;
+}
+
+}  // namespace halvane

@@ -1,0 +1,18 @@
+#include <new>
+#include <string>
+
+#include "user/core_foundation.h"
+#include "user/icu_dates.h"
+
+namespace halvane {
+
+std::unique_ptr<icu::TimeZone> userTimeZone() {
+  CFTimeZoneResetSystem();
+  const CfOwned<CFTimeZoneRef> system(CFTimeZoneCopySystem());
+  const std::string name = utf8Text(CFTimeZoneGetName(system.get())).value_or("GMT");
+  std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+  if (!zone) throw std::bad_alloc();
+  return zone;
+}
+
+}  // namespace halvane

@@ -1,0 +1,57 @@
+#include "user/user_locale.h"
+
+#include <unicode/calendar.h>
+#include <unicode/locid.h>
+#include <unicode/ures.h>
+
+#include <memory>
+#include <string_view>
+
+#include "text/icu.h"
+#include "user/known_locale.h"
+
+namespace halvane {
+namespace {
+
+// No locale's identifier is nearly that long. ICU fails in other ways at 156 bytes and more, and not the same
+// in each of its versions.
+constexpr std::size_t longestIdentifier = 100;
+
+bool succeeded(UErrorCode status) {
+  if (status == U_MEMORY_ALLOCATION_ERROR) check(status);
+  return U_SUCCESS(status) != 0;
+}
+
+// Whether ICU has words of its own for the language.
+bool hasWords(const icu::Locale& locale) {
+  if (*locale.getLanguage() == '\0') return false;
+  UErrorCode status = U_ZERO_ERROR;
+  ures_close(ures_open(nullptr, locale.getLanguage(), &status));
+  return succeeded(status) && status != U_USING_DEFAULT_WARNING;
+}
+
+// Whether ICU can read the keywords, which may say anything.
+bool hasCalendar(const icu::Locale& locale) {
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(locale, status));
+  return succeeded(status);
+}
+
+}  // namespace
+
+std::string knownLocale(const std::string& identifier) {
+  constexpr const char* english = "en_US";
+  if (identifier.size() > longestIdentifier) return english;
+  const icu::Locale locale(identifier.c_str());
+  if (locale.isBogus() || !hasWords(locale)) return english;
+  const bool hasKeywords = identifier.find('@') != std::string::npos;
+  return hasKeywords && !hasCalendar(locale) ? english : locale.getName();
+}
+
+bool userLocaleTellsDotlessI() {
+  const std::string locale = userLocale();
+  const std::string_view language = std::string_view(locale).substr(0, locale.find_first_of("_@"));
+  return language == "tr" || language == "az";
+}
+
+}  // namespace halvane
