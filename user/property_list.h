@@ -1,5 +1,12 @@
 #pragma once
 
+// Property lists, the files in which applications keep settings, as far as texts by their names go.
+//
+// libplist would read them too. It keeps everything that a list holds, by means that don't bear any list:
+// version 2.2 takes minutes for 15 MB of names or escapes, ends the process at 200,000 nested arrays, and
+// follows a binary list that refers to itself. Expat's events are enough for XML, and the binary form is read
+// where it stands.
+
 #include <functional>
 #include <map>
 #include <optional>

@@ -14,15 +14,28 @@ namespace halvane {
 namespace {
 
 constexpr std::size_t trailerSize = 32;
-// The same long text may stand under many names. No application keeps that many of them.
-constexpr std::size_t mostText = 64 << 20;
-
 enum class Kind : std::uint8_t { asciiText = 0x5, utf16Text = 0x6, dictionary = 0xD };
 
 struct Object {
   Kind kind;
   std::uint64_t count;  // of characters or items
   std::uint64_t begin;  // of the content
+};
+
+// Bounds the characters that are looked at. The same long text may stand under many names, and what looks
+// like a long text may turn out to be none at its last byte. No application keeps that many of either.
+class Room {
+ public:
+  // False when there is no room left for the characters of `object`, if it is a text.
+  bool takeIn(const Object& object) {
+    if (object.kind != Kind::asciiText && object.kind != Kind::utf16Text) return true;
+    if (object.count > left_) return false;
+    left_ -= object.count;
+    return true;
+  }
+
+ private:
+  std::uint64_t left_ = 64 << 20;
 };
 
 class BinaryList {
@@ -45,17 +58,14 @@ class BinaryList {
  private:
   std::optional<PropertyTexts> textsOf(const Object& dictionary) const {
     PropertyTexts texts;
-    std::size_t room = mostText;
+    Room room;
     for (std::uint64_t i = 0; i < dictionary.count; ++i) {
       const std::optional<Object> name = referred(dictionary, i);
       const std::optional<Object> value = referred(dictionary, dictionary.count + i);
-      if (!name || !value || std::max(name->count, value->count) > room) return std::nullopt;
+      if (!name || !value || !room.takeIn(*name) || !room.takeIn(*value)) return std::nullopt;
       std::optional<std::string> key = text(*name);
       if (!key) return std::nullopt;
       std::optional<std::string> content = text(*value);
-      const std::size_t size = key->size() + (content ? content->size() : 0);
-      if (size > room) return std::nullopt;
-      room -= size;
       if (content) {
         texts.insert_or_assign(std::move(*key), std::move(*content));
       } else {

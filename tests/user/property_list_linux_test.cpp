@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <ctime>
+#include <functional>
+#include <limits>
 #include <random>
 #include <string>
 #include <string_view>
@@ -66,26 +69,58 @@ std::string text(const std::string& ascii) {
 
 const PropertyTexts journalAtJ = {{"journalRoot", "/j"}};
 
+// The processor time that the reading of `list` takes, at the least of a few times.
+std::clock_t timeToRead(const std::string& list) {
+  std::clock_t least = std::numeric_limits<std::clock_t>::max();
+  for (int i = 0; i < 3; ++i) {
+    const std::clock_t before = std::clock();
+    textsOfPropertyList(list);
+    least = std::min(least, std::clock() - before);
+  }
+  return least;
+}
+
+// Lists of which the second is `times` times as long as the first, or asks for as many times more, take about
+// as many times longer; in proportion to the square it would be that many times more again.
+void expectProportion(const std::string& list, const std::string& longer, int times,
+                      const char* description) {
+  EXPECT_LT(timeToRead(longer), timeToRead(list) * times * times / 3) << description;
+}
+
 TEST(XmlPropertyList, IsReadInTimeInProportionToItsSize) {
   const std::string journal = "<key>journalRoot</key><string>/j</string>";
+  constexpr int times = 16;
+  constexpr std::size_t size = 10'000;
+  const auto names = [](std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) text += "<key>" + std::to_string(i) + "</key><true/>";
+    return text;
+  };
   struct Case {
     const char* description;
-    std::string content;
+    std::function<std::string(std::size_t)> content;
   };
-  std::string names;
-  for (int i = 0; i < 700'000; ++i) names += "<key>" + std::to_string(i) + "</key><true/>";
   for (const Case& c : {
            Case{"nested deeply",
-                "<key>a</key>" + repeated("<array>", 500'000) + repeated("</array>", 500'000)},
-           Case{"a long array", "<key>a</key><array>" + repeated("<true/>", 2'000'000) + "</array>"},
+                [](std::size_t count) {
+                  return "<key>a</key>" + repeated("<array>", count) + repeated("</array>", count);
+                }},
+           Case{"a long array",
+                [](std::size_t count) {
+                  return "<key>a</key><array>" + repeated("<true/>", 3 * count) + "</array>";
+                }},
            Case{"many names", names},
-           Case{"many escapes", "<key>a</key><data>" + repeated("&amp;", 3'000'000) + "</data>"},
-           Case{"many comments", repeated("<!-- x -->", 1'500'000)},
+           Case{"many escapes",
+                [](std::size_t count) {
+                  return "<key>a</key><data>" + repeated("&amp;", 4 * count) + "</data>";
+                }},
+           Case{"many comments", [](std::size_t count) { return repeated("<!-- x -->", 2 * count); }},
        }) {
-    const std::clock_t before = std::clock();
-    EXPECT_EQ(textsOfPropertyList(xml("<dict>" + c.content + journal + "</dict>")), journalAtJ)
-        << c.description;
-    EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 10) << c.description;
+    const auto list = [&](std::size_t count) {
+      return xml("<dict>" + c.content(count) + journal + "</dict>");
+    };
+    EXPECT_EQ(textsOfPropertyList(list(times * size)), journalAtJ) << c.description;
+    expectProportion(list(size), list(times * size), times, c.description);
   }
 }
 
@@ -160,6 +195,19 @@ TEST(BinaryPropertyList, HoldsNoMoreTextThanItCouldBeMeantTo) {
   const std::vector<std::string> objects = {counted(0xD, count) + references(numbers), text("a"),
                                             text(std::string(1 << 20, 'x'))};
   EXPECT_EQ(textsOfPropertyList(binary(objects)), std::nullopt);
+}
+
+// One that names a long text again and again, which at its last byte turns out to be none.
+TEST(BinaryPropertyList, LooksAtALongTextOnlySoManyTimes) {
+  constexpr std::size_t length = 8 << 20;
+  const auto list = [](std::uint32_t count) {
+    std::vector<std::uint32_t> numbers(count, 1);
+    numbers.resize(2 * count, 2);
+    return binary({counted(0xD, count) + references(numbers), text("a"),
+                   counted(0x5, length) + std::string(length - 1, 'x') + "\xFF"});
+  };
+  EXPECT_EQ(textsOfPropertyList(list(2)), PropertyTexts{});
+  EXPECT_LT(timeToRead(list(2000)), 5 * timeToRead(list(20)));
 }
 
 TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
