@@ -8,24 +8,24 @@
 namespace halvane {
 namespace {
 
-SilentSettings::Cause causeOf(const SilentSettings& settings) {
-  using Cause = SilentSettings::Cause;
-  if (settings.answer == std::errc::no_such_file_or_directory) return Cause::absent;
-  if (settings.answer) return Cause::unreadable;
+SettingsWithoutRoot::Cause causeOf(const SettingsWithoutRoot& settings) {
+  using Cause = SettingsWithoutRoot::Cause;
+  if (settings.error == std::errc::no_such_file_or_directory) return Cause::absent;
+  if (settings.error) return Cause::unreadable;
   return appDefaults(settings.suite) ? Cause::nameNone : Cause::damaged;
 }
 
-SilentSettings silentSettings(const std::string& suite) {
-  SilentSettings settings{suite, Preferences::fileOfSuite(suite), {}, {}};
-  if (settings.file) settings.answer = errorOpening(*settings.file);
+SettingsWithoutRoot settingsWithoutRoot(const std::string& suite) {
+  SettingsWithoutRoot settings{suite, Preferences::fileOfSuite(suite), {}, {}};
+  if (settings.file) settings.error = errorOpening(*settings.file);
   settings.cause = causeOf(settings);
   return settings;
 }
 
 void examineFile(std::string_view path, std::string_view content, Examination& examination) {
-  const std::optional<EntryText> entry = EntryText::read(content);
+  const EntryReading entry = EntryText::read(content);
   if (!entry) {
-    examination.leftOut.push_back({std::string(path), whyNoEntry(content), {}});
+    examination.leftOut.push_back({std::string(path), entry.error(), {}});
     return;
   }
   ++examination.entries;
@@ -38,10 +38,10 @@ Examination examineJournal(Progress& progress) {
   Examination examination;
   examination.location = locateJournal();
   for (const std::string& suite : examination.location.askedBefore) {
-    examination.silent.push_back(silentSettings(suite));
+    examination.settingsWithoutRoot.push_back(settingsWithoutRoot(suite));
   }
   const std::string& root = examination.location.root.path;
-  examination.answer = errorOpeningFolder(root);
+  examination.error = errorOpeningFolder(root);
   // Any opening will do here: a file that begins otherwise is what the person may be looking for.
   readFilesBelow(
       root, ".md", {},

@@ -1,5 +1,7 @@
 #pragma once
 
+// What the doctor finds out: where the journal is, what is in it, what is left out and why.
+
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -14,8 +16,8 @@
 
 namespace halvane {
 
-/// Settings that don't say where the journal is, and why they don't.
-struct SilentSettings {
+/// Settings that might have said where the journal is, and why they don't.
+struct SettingsWithoutRoot {
   enum class Cause {
     absent,      ///< there are none
     unreadable,  ///< the system doesn't let us read them
@@ -26,22 +28,22 @@ struct SilentSettings {
   std::string suite;                ///< the bundle identifier that they are kept under
   std::optional<std::string> file;  ///< where they are or would be; nothing where they are in no file
   Cause cause;
-  std::error_code answer;  ///< the system's, to opening the file
+  std::error_code error;  ///< the system's on opening the file
 };
 
 /// A file or folder below the journal from which no entry comes.
 struct LeftOut {
   std::string path;            ///< absolute, raw bytes; a folder's ends in a slash
-  std::optional<NoEntry> why;  ///< nothing when it can't be read
-  std::error_code answer;      ///< the system's, to opening it
+  std::optional<Refusal> why;  ///< nothing when it can't be read
+  std::error_code error;       ///< the system's on opening it
 };
 
 /// What the server has before it when it reads the journal, and why it doesn't have more.
 struct Examination {
   JournalLocation location;
-  std::vector<SilentSettings> silent;
-  std::error_code answer;  ///< the system's, to opening the journal folder
-  std::size_t files = 0;   ///< that are named like entries
+  std::vector<SettingsWithoutRoot> settingsWithoutRoot;
+  std::error_code error;  ///< the system's on opening the journal folder
+  std::size_t files = 0;  ///< that are named like entries
   std::size_t entries = 0;
   std::vector<LeftOut> leftOut;
   std::map<std::string, std::size_t> tags;  ///< each with the number of entries that carry it

@@ -71,16 +71,16 @@ std::string shown(std::string_view path) {
   return harmless;
 }
 
-void describe(const SilentSettings& settings, Page& page) {
+void describe(const SettingsWithoutRoot& settings, Page& page) {
   const std::string place = shown(settings.file.value_or("The preferences of " + settings.suite));
   switch (settings.cause) {
-    case SilentSettings::Cause::absent:
+    case SettingsWithoutRoot::Cause::absent:
       return page.line(place + " is not there.");
-    case SilentSettings::Cause::nameNone:
+    case SettingsWithoutRoot::Cause::nameNone:
       return page.line(place + " has no text under the key journalRoot.");
-    case SilentSettings::Cause::unreadable:
-      return page.attention(place + " can't be read: " + settings.answer.message());
-    case SilentSettings::Cause::damaged:
+    case SettingsWithoutRoot::Cause::unreadable:
+      return page.attention(place + " can't be read: " + settings.error.message());
+    case SettingsWithoutRoot::Cause::damaged:
       return page.attention(place + " is no property list, or longer than 16 MiB.");
   }
 }
@@ -94,22 +94,22 @@ void describeLocation(const Examination& examination, Page& page) {
   } else {
     page.line("This is the usual place: no preferences name another.");
   }
-  for (const SilentSettings& settings : examination.silent) describe(settings, page);
+  for (const SettingsWithoutRoot& settings : examination.settingsWithoutRoot) describe(settings, page);
 }
 
-std::string_view inWords(NoEntry why) {
+std::string_view inWords(Refusal why) {
   switch (why) {
-    case NoEntry::notUtf8:
+    case Refusal::notUtf8:
       return "it is not UTF-8 text.";
-    case NoEntry::carriageReturns:
+    case Refusal::carriageReturns:
       return "its lines end as those of Windows do (CR LF); they must end in single line feeds.";
-    case NoEntry::noFrontMatter:
+    case Refusal::noFrontMatter:
       return "it has no front matter: its first line must be --- and nothing else.";
-    case NoEntry::noClosingLine:
+    case Refusal::noClosingLine:
       return "its front matter has no closing line: a second --- must follow the first.";
-    case NoEntry::noDate:
+    case Refusal::noDate:
       return "it has no date in its front matter.";
-    case NoEntry::otherDate:
+    case Refusal::badDate:
       return "its date is no such as 2025-03-16T12:15:00+01:00, without quotes, or no day that ever was.";
   }
   return {};
@@ -117,7 +117,7 @@ std::string_view inWords(NoEntry why) {
 
 std::string reasonFor(const LeftOut& leftOut) {
   if (leftOut.why) return std::string(inWords(*leftOut.why));
-  if (leftOut.answer) return "it can't be read: " + leftOut.answer.message();
+  if (leftOut.error) return "it can't be read: " + leftOut.error.message();
   return "it can't be read to its end, or is no ordinary file.";
 }
 
@@ -132,9 +132,9 @@ void describeLeftOut(const Examination& examination, Page& page) {
 
 void describeContent(const Examination& examination, Page& page) {
   page.heading("What is in it");
-  if (examination.answer) {
-    page.attention("It can't be read: " + examination.answer.message());
-    if (examination.answer == std::errc::no_such_file_or_directory)
+  if (examination.error) {
+    page.attention("It can't be read: " + examination.error.message());
+    if (examination.error == std::errc::no_such_file_or_directory)
       page.line("If your journal is elsewhere, set the preference journalRoot to its folder.");
   } else {
     page.line("It can be read.");
@@ -143,7 +143,7 @@ void describeContent(const Examination& examination, Page& page) {
     if (examination.entries == 0) page.attention("There is no entry for the server to find.");
     describeLeftOut(examination, page);
   }
-  if (const std::string more = advice(examination.answer); !more.empty()) page.line(more);
+  if (const std::string more = advice(examination.error); !more.empty()) page.line(more);
 }
 
 // The distance of the user's clocks from UTC at `moment`, such as UTC+01:00.

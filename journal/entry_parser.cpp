@@ -79,36 +79,25 @@ std::optional<std::string> copyOf(const std::optional<std::string_view>& text) {
 
 }  // namespace
 
-std::optional<EntryText> EntryText::read(std::string_view file) {
-  if (!isUtf8(file)) return std::nullopt;
-  std::string_view rest = withoutByteOrderMark(file);
-  if (takeLine(rest) != delimiter) return std::nullopt;
-  EntryText entry;
-  Value date;
-  if (!takeFrontMatter(rest, entry, date)) return std::nullopt;
-  const std::optional<Instant> moment = date ? parseInternetDateTime(*date) : std::nullopt;
-  if (!moment) return std::nullopt;
-  entry.date = *moment;
-  entry.body = trimWhitespacesAndNewlines(rest);
-  return entry;
-}
-
-std::optional<NoEntry> whyNoEntry(std::string_view file) {
-  if (!isUtf8(file)) return NoEntry::notUtf8;
+EntryReading EntryText::read(std::string_view file) {
+  if (!isUtf8(file)) return Refusal::notUtf8;
   std::string_view rest = withoutByteOrderMark(file);
   const std::string_view opening = takeLine(rest);
   if (opening != delimiter) {
-    return hasWindowsDelimiter(opening) ? NoEntry::carriageReturns : NoEntry::noFrontMatter;
+    return hasWindowsDelimiter(opening) ? Refusal::carriageReturns : Refusal::noFrontMatter;
   }
-  const std::string_view behindOpening = rest;
+  const std::string_view afterOpening = rest;
   EntryText entry;
-  EntryText::Value date;
+  Value date;
   if (!takeFrontMatter(rest, entry, date)) {
-    return hasWindowsDelimiter(behindOpening) ? NoEntry::carriageReturns : NoEntry::noClosingLine;
+    return hasWindowsDelimiter(afterOpening) ? Refusal::carriageReturns : Refusal::noClosingLine;
   }
-  if (!date) return NoEntry::noDate;
-  if (parseInternetDateTime(*date)) return std::nullopt;
-  return date->ends_with('\r') ? NoEntry::carriageReturns : NoEntry::otherDate;
+  if (!date) return Refusal::noDate;
+  const std::optional<Instant> moment = parseInternetDateTime(*date);
+  if (!moment) return date->ends_with('\r') ? Refusal::carriageReturns : Refusal::badDate;
+  entry.date = *moment;
+  entry.body = trimWhitespacesAndNewlines(rest);
+  return entry;
 }
 
 bool EntryText::hasTag(std::string_view tag) const {
@@ -133,7 +122,8 @@ Entry EntryText::entry(const FileUrl& fileURL) const {
 std::optional<Entry> Entry::parse(const FileUrl& fileURL) {
   ByteBuffer buffer;
   const std::optional<std::string_view> file = readFile(fileURL.path, entryOpenings, buffer);
-  const std::optional<EntryText> text = file ? EntryText::read(*file) : std::nullopt;
+  if (!file) return std::nullopt;
+  const EntryReading text = EntryText::read(*file);
   return text ? std::optional<Entry>(text->entry(fileURL)) : std::nullopt;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+// How an entry file's bytes become the parts of an entry, or the reason why they are none.
+
 #include <array>
 #include <optional>
 #include <string_view>
@@ -8,9 +10,21 @@
 
 namespace halvane {
 
-/// What an entry file begins with: the line that opens its front matter, perhaps behind a byte-order mark.
+/// What an entry file begins with: the line that opens its front matter, perhaps after a byte-order mark.
 /// Whatever begins otherwise is no entry and need not be read on.
 inline constexpr std::array<std::string_view, 2> entryOpenings = {"---\n", "\xEF\xBB\xBF---\n"};
+
+/// What stands in the way of a file's being an entry.
+enum class Refusal {
+  notUtf8,          ///< some of its bytes are no UTF-8 text
+  carriageReturns,  ///< the lines of its front matter end as those of Windows do
+  noFrontMatter,    ///< its first line is not "---"
+  noClosingLine,    ///< no later line is "---"
+  noDate,           ///< its front matter has no date
+  badDate           ///< it has one in another form than an internet date-time, or of a day that never was
+};
+
+class EntryReading;
 
 /// An entry as it stands in its file. The views are of the file's bytes and valid as long as these: most
 /// entries are only looked at and passed over, and for that nothing has to be copied.
@@ -22,8 +36,9 @@ struct EntryText {
   Value durationSeconds, cleaned, edited, cleanupModel, language, tags;
   std::string_view body;
 
-  /// Reads an entry file's raw bytes; nothing when they are no entry.
-  static std::optional<EntryText> read(std::string_view file);
+  /// Reads an entry file's raw bytes: the text, or the first thing that stands in the way of its being an
+  /// entry.
+  static EntryReading read(std::string_view file);
 
   /// Whether one of the entry's tags is `tag`, a canonical one.
   bool hasTag(std::string_view tag) const;
@@ -32,18 +47,21 @@ struct EntryText {
   Entry entry(const FileUrl& fileURL) const;
 };
 
-/// What stands in the way of a file's being an entry.
-enum class NoEntry {
-  notUtf8,          ///< some of its bytes are no UTF-8 text
-  carriageReturns,  ///< the lines of its front matter end as those of Windows do
-  noFrontMatter,    ///< its first line is not "---"
-  noClosingLine,    ///< no later line is "---"
-  noDate,           ///< its front matter has no date
-  otherDate         ///< it has one in another form than an internet date-time, or of a day that never was
-};
+/// An entry's text or the reason why there is none, to be used as the std::expected of later C++: the text is
+/// there to be had where the reading is true, otherwise the reason.
+class EntryReading {
+ public:
+  EntryReading(const EntryText& text) : text_(text) {}
+  EntryReading(Refusal refusal) : refusal_(refusal) {}
 
-/// For a person who looks for an entry in vain: what EntryText::read meets first that makes it refuse these
-/// raw bytes. Nothing when they are an entry.
-std::optional<NoEntry> whyNoEntry(std::string_view file);
+  explicit operator bool() const { return text_.has_value(); }
+  const EntryText& operator*() const { return *text_; }
+  const EntryText* operator->() const { return &*text_; }
+  Refusal error() const { return refusal_; }
+
+ private:
+  std::optional<EntryText> text_;
+  Refusal refusal_ = Refusal::notUtf8;
+};
 
 }  // namespace halvane

@@ -17,13 +17,13 @@ namespace {
 // and most are pushed out again by newer ones. There are never more than twice as many as are wanted.
 class NewestFiles {
  public:
-  explicit NewestFiles(std::size_t most) : most_(most) {}
+  explicit NewestFiles(std::size_t maxEntries) : maxEntries_(maxEntries) {}
 
   // Takes a file with the entry's `date`. Of equal dates those taken first stay.
   void take(Instant date, std::string_view path, std::string_view content) {
     if (oldest_ && date <= *oldest_) return;
     files_.push_back({date, std::string(path), std::string(content)});
-    if (files_.size() / 2 > most_) sortAndCut();
+    if (files_.size() / 2 > maxEntries_) sortAndCut();
   }
 
   std::vector<Entry> entries() {
@@ -32,7 +32,7 @@ class NewestFiles {
     entries.reserve(files_.size());
     for (File& file : files_) {
       const std::string content = std::move(file.content);
-      if (const auto text = EntryText::read(content)) entries.push_back(text->entry({file.path}));
+      if (const EntryReading text = EntryText::read(content)) entries.push_back(text->entry({file.path}));
     }
     return entries;
   }
@@ -47,12 +47,12 @@ class NewestFiles {
   void sortAndCut() {
     std::stable_sort(files_.begin(), files_.end(),
                      [](const File& left, const File& right) { return left.date > right.date; });
-    if (files_.size() < most_ || files_.empty()) return;
-    files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(most_), files_.end());
+    if (files_.size() < maxEntries_ || files_.empty()) return;
+    files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(maxEntries_), files_.end());
     if (!files_.empty()) oldest_ = files_.back().date;
   }
 
-  std::size_t most_;
+  std::size_t maxEntries_;
   std::vector<File> files_;
   std::optional<Instant> oldest_;  // of those that are kept, once there are as many as are wanted
 };
@@ -66,7 +66,7 @@ std::vector<Entry> loadEntries() {
 std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest) {
   NewestFiles files(newest);
   readFilesBelow(journalRoot().path, ".md", entryOpenings, [&](std::string_view path, std::string_view file) {
-    const std::optional<EntryText> text = EntryText::read(file);
+    const EntryReading text = EntryText::read(file);
     if (text && keep(*text)) files.take(text->date, path, file);
   });
   return files.entries();

@@ -26,15 +26,14 @@ Instant at(const std::string& text) {
   return parseInternetDateTime(text).value();
 }
 
-// What the parser makes of a file with this content. Where it makes nothing, it knows why.
+// What the parser makes of a file with this content.
 std::optional<Entry> parsed(const std::string& content) {
-  EXPECT_EQ(whyNoEntry(content).has_value(), !EntryText::read(content).has_value());
   const TemporaryFolder folder;
   writeFile(folder.below("a.md"), content);
   return Entry::parse({folder.below("a.md")});
 }
 
-// The same with these front-matter lines, behind a valid date, and a body.
+// The same with these front-matter lines, after a valid date, and a body.
 Entry entryWith(const std::string& lines) {
   return parsed("---\n" + dateLine + lines + "\n---\nBody").value();
 }
@@ -100,14 +99,14 @@ TEST(EntryParser, TakesNoFileThatIsNoEntry) {
            Case{"the opening line alone, ended", "---\n"},
            Case{"four hyphens", "----\n" + dateLine + "---\nText"},
            Case{"two hyphens", "--\n" + dateLine + "---\nText"},
-           Case{"a blank behind the opening hyphens", "--- \n" + dateLine + "---\nText"},
+           Case{"a blank after the opening hyphens", "--- \n" + dateLine + "---\nText"},
            Case{"a blank before the opening hyphens", " ---\n" + dateLine + "---\nText"},
            Case{"an empty line first", "\n---\n" + dateLine + "---\nText"},
            Case{"CR LF", "---\r\ndate: 2025-03-14T08:30:00Z\r\n---\r\nText\r\n"},
-           Case{"CR LF behind the opening line alone", "---\r\n" + dateLine + "---\nText"},
+           Case{"CR LF after the opening line alone", "---\r\n" + dateLine + "---\nText"},
            Case{"CR before the closing line feed", "---\n" + dateLine + "---\r\nText"},
            Case{"CR for line feeds", "---\rdate: 2025-03-14T08:30:00Z\r---\rText"},
-           Case{"a blank behind the closing hyphens", "---\n" + dateLine + "--- \nText"},
+           Case{"a blank after the closing hyphens", "---\n" + dateLine + "--- \nText"},
            Case{"four closing hyphens", "---\n" + dateLine + "----\nText"},
            Case{"em dashes", "\u2014\n" + dateLine + "\u2014\nText"},
            Case{"not UTF-8 in the body", "---\n" + dateLine + "---\nText\xFF"},
@@ -378,7 +377,9 @@ TEST(EntryText, IsTheSameEntryAsItsFile) {
        {EntryFile{.durationSeconds = "5", .cleaned = "true", .tags = "a, b", .body = "\nText\n"}.text(),
         EntryFile{.edited = "2025-11-03T10:00:00Z", .cleanupModel = "", .language = "en"}.text()}) {
     writeFile(url.path, content);
-    EXPECT_EQ(EntryText::read(content).value().entry(url), Entry::parse(url));
+    const EntryReading text = EntryText::read(content);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(text->entry(url), Entry::parse(url));
   }
   EXPECT_FALSE(EntryText::read("no entry"));
   EXPECT_FALSE(EntryText::read(""));
@@ -386,26 +387,37 @@ TEST(EntryText, IsTheSameEntryAsItsFile) {
 
 TEST(EntryText, HasTheTagsOfItsEntryInTheirCanonicalForm) {
   const std::string file = EntryFile{.tags = "[Work, #Deep Work, Cafe\u0301]"}.text();
-  const EntryText text = EntryText::read(file).value();
-  for (const char* tag : {"work", "deep-work", "caf\u00E9"}) EXPECT_TRUE(text.hasTag(tag)) << tag;
+  const EntryReading text = EntryText::read(file);
+  ASSERT_TRUE(text);
+  for (const char* tag : {"work", "deep-work", "caf\u00E9"}) EXPECT_TRUE(text->hasTag(tag)) << tag;
   for (const char* tag : {"", "Work", "#work", "wor", "works", "deep", "cafe", "cafe\u0301", "Deep Work"}) {
-    EXPECT_FALSE(text.hasTag(tag)) << tag;
+    EXPECT_FALSE(text->hasTag(tag)) << tag;
   }
   for (const std::optional<std::string>& none :
        {std::optional<std::string>(), std::optional<std::string>("")}) {
     const std::string untagged = EntryFile{.tags = none}.text();
-    EXPECT_FALSE(EntryText::read(untagged).value().hasTag("work"));
-    EXPECT_FALSE(EntryText::read(untagged).value().hasTag(""));
+    const EntryReading without = EntryText::read(untagged);
+    ASSERT_TRUE(without);
+    EXPECT_FALSE(without->hasTag("work"));
+    EXPECT_FALSE(without->hasTag(""));
   }
 }
 
-TEST(EntryParser, TellsTheFirstReasonWhereThereAreSeveral) {
-  EXPECT_EQ(whyNoEntry("\xFF\r\n"), NoEntry::notUtf8);
-  EXPECT_EQ(whyNoEntry("text\ndate: never\n---\r\n"), NoEntry::noFrontMatter);
-  EXPECT_EQ(whyNoEntry("---\r\ntext"), NoEntry::carriageReturns);
-  EXPECT_EQ(whyNoEntry("---\ndate: never"), NoEntry::noClosingLine);
-  EXPECT_EQ(whyNoEntry("---\n" + dateLine + "date: never\n---\n"), NoEntry::otherDate);
-  EXPECT_EQ(whyNoEntry("---\n" + dateLine + "---\n"), std::nullopt);
+TEST(EntryText, ThatIsNoneTellsTheFirstReasonWhereThereAreSeveral) {
+  struct Case {
+    std::string content;
+    Refusal reason;
+  };
+  for (const Case& c :
+       {Case{"\xFF\r\n", Refusal::notUtf8}, Case{"text\ndate: never\n---\r\n", Refusal::noFrontMatter},
+        Case{"---\r\ntext", Refusal::carriageReturns}, Case{"---\ntext\n---\r\n", Refusal::carriageReturns},
+        Case{"---\ndate: never", Refusal::noClosingLine}, Case{"---\ntext\n---\n", Refusal::noDate},
+        Case{"---\n" + dateLine + "date: never\n---\n", Refusal::badDate},
+        Case{"---\ndate: never\r\n---\n", Refusal::carriageReturns}}) {
+    const EntryReading reading = EntryText::read(c.content);
+    ASSERT_FALSE(reading) << c.content;
+    EXPECT_EQ(reading.error(), c.reason) << c.content;
+  }
 }
 
 TEST(EntryParser, EveryEntryBeginsWithOneOfItsOpenings) {
