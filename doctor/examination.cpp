@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "system/files.h"
+#include "system/file_walk.h"
 #include "user/preferences.h"
 
 namespace halvane {

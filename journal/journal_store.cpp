@@ -8,7 +8,7 @@
 
 #include "journal/entry_parser.h"
 #include "journal/journal_location.h"
-#include "system/files.h"
+#include "system/file_walk.h"
 
 namespace halvane {
 namespace {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "system/files.h"
+#include "system/file_walk.h"
 #include "tests/support/child_process.h"
 #include "tests/support/deep_folder.h"
 #include "tests/support/process_limits.h"
@@ -199,7 +199,7 @@ TEST(Walk, MayBeginAtAHiddenFolderOrAtALinkToAFolder) {
   EXPECT_EQ(walked(folder.below("link")), (Names{"a.md"}));
 }
 
-TEST(Walk, PutsOneSlashBehindARootThatEndsInOne) {
+TEST(Walk, PutsOneSlashAfterARootThatEndsInOne) {
   const TemporaryFolder folder;
   writeFile(folder.below("a/b.md"), "");
   Names paths;
@@ -251,6 +251,30 @@ TEST(Walk, NeedsNoMoreThanThreeDescriptorsAtAnyDepth) {
   EXPECT_EQ(shown, "401 z/a.md");
 }
 
+TEST(Walk, FindsItsWayBackFromAnyDepthHoweverManyDescriptorsThereAre) {
+  const TemporaryFolder folder;
+  Names expected;
+  std::string below;
+  for (int level = 0; level < 150; ++level) {
+    for (const char* name : {"a.md", "b/a.md", "z/a.md", "z/z/a.md"})
+      writeFile(folder.below(below + name), "");
+    expected.insert(expected.end(), {below + "a.md", below + "b/a.md"});
+    below += "folder/";
+  }
+  for (int level = 0; level < 150; ++level) {
+    below.resize(below.size() - std::string_view("folder/").size());
+    expected.insert(expected.end(), {below + "z/a.md", below + "z/z/a.md"});
+  }
+  for (const int descriptors : {3, 4, 5, 8, 100}) {
+    EXPECT_EQ(inChildProcess([&] {
+                limitFurtherDescriptors(descriptors);
+                return joined(walked(folder.path()));
+              }),
+              joined(expected))
+        << descriptors;
+  }
+}
+
 TEST(Walk, TakesNoFileWhoseWholeNameIsTheSuffix) {
   const TemporaryFolder folder;
   for (const char* name : {"md", "amd", "folder/md"}) writeFile(folder.below(name), "");
@@ -280,6 +304,18 @@ TEST(Walk, PassesOverWhatIsRemovedMeanwhile) {
                            std::filesystem::remove_all(folder.below("gone"));
                          }),
             (Names{"a.md", "c.md", "stays/e.md"}));
+}
+
+TEST(Walk, IsNotLedElsewhereByAFolderThatIsMovedMeanwhile) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeFile(elsewhere.below("outside/b/secret.md"), "");
+  writeFile(elsewhere.below("outside/c/secret.md"), "");
+  for (const char* name : {"a/a.md", "a/b/b.md", "c/c.md"}) writeFile(folder.below(name), "");
+  const Names names =
+      walkedDuring(folder, [&] { std::filesystem::rename(folder.below("a"), elsewhere.below("outside/a")); });
+  for (const std::string& name : names) EXPECT_EQ(name.find("secret"), std::string::npos) << name;
+  EXPECT_EQ(names.back(), "c/c.md");
 }
 
 TEST(Walk, FollowsNoLinkThatTakesThePlaceOfAFileOrAFolderMeanwhile) {

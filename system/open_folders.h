@@ -1,0 +1,48 @@
+#pragma once
+
+// The folders that a walk holds open to get from one to the next, at any depth, by few descriptors.
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "system/descriptor.h"
+
+namespace halvane {
+
+/// Opens the folders of a walk that goes depth first. A sub-folder of the current folder is opened from
+/// there. Any other one has its parent on the way down to the current folder and is opened by its path: from
+/// the top, or from a folder that is kept open near it when the way is long. Of a long way half is kept, of
+/// the rest half again, and so on: all ways back together take little more than the way down did.
+class OpenFolders {
+ public:
+  /// Begins at the folder `top`, whose path is `pathLength` bytes long.
+  OpenFolders(Descriptor top, std::size_t pathLength);
+
+  /// Goes to the folder at `path`, which begins with the top's path; its parent's path is the first
+  /// `parentLength` bytes of it. False when it can't be opened; the walk may go on to the next one.
+  bool enter(std::string_view path, std::size_t parentLength);
+
+  /// Opens what `name` (ending in a NUL) is in the current folder.
+  Descriptor open(const char* name, int flags);
+
+  /// The descriptor of the current folder.
+  int current() const {
+    return current_.folder.isOpen() ? current_.folder.number() : kept_.front().folder.number();
+  }
+
+ private:
+  struct Folder {
+    std::size_t pathLength;
+    Descriptor folder;
+  };
+
+  static Descriptor openBelow(const Folder& folder, std::string_view path);
+  void keepHalfOfTheWay(std::string_view parent);
+  bool letGo();
+
+  std::vector<Folder> kept_;  // the top, and others that lie one below the other
+  Folder current_;            // not open while the top is the current one
+};
+
+}  // namespace halvane
