@@ -1,5 +1,7 @@
 #pragma once
 
+// What a person sees while the doctor reads a large journal.
+
 #include <cstddef>
 
 namespace halvane {

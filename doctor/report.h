@@ -1,5 +1,7 @@
 #pragma once
 
+// What the doctor says, from what it found out.
+
 #include <string>
 
 #include "doctor/examination.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+// What an entry is: its fields, its tags, its place.
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -36,7 +38,7 @@ struct Entry {
   std::string body;                         ///< the Markdown text, without white space at its ends
 
   /// The body's first line without white space at its ends, however long; empty when the body is. A line ends
-  /// at a line feed that stands alone: one behind a carriage return is part of the line.
+  /// at a line feed that stands alone: one after a carriage return is part of the line.
   std::string_view firstLine() const;
 
   /// Reads the entry file at `fileURL`. Nothing when there is no such file, it can't be read whole, or is no
@@ -62,7 +64,7 @@ struct Entry {
   friend bool operator==(const Entry& left, const Entry& right);
 };
 
-/// The entry's tags, each behind "#", with one blank before each; empty without tags.
+/// The entry's tags, each after a "#" and with one blank before that; empty without tags.
 std::string tagSuffix(const Entry& entry);
 
 }  // namespace halvane

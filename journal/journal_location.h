@@ -1,5 +1,7 @@
 #pragma once
 
+// Where the journal is, and by whose word.
+
 #include <optional>
 #include <string>
 #include <vector>

@@ -1,5 +1,7 @@
 #pragma once
 
+// The journal's entries, read from the disk at each question.
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>

@@ -1,5 +1,7 @@
 #pragma once
 
+// Where the home folders of the users are.
+
 #include <optional>
 #include <string>
 #include <string_view>

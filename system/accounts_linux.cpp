@@ -12,11 +12,11 @@ namespace halvane {
 namespace {
 
 // The C library's own look-up would ask the name service, and that may open sockets.
-std::optional<std::string> homeOfFirst(const std::function<bool(const passwd&)>& wanted) {
+std::optional<std::string> homeOfFirst(const std::function<bool(const passwd&)>& matches) {
   const std::unique_ptr<FILE, int (*)(FILE*)> accounts(std::fopen("/etc/passwd", "re"), &std::fclose);
   if (!accounts) return std::nullopt;
   while (const passwd* account = fgetpwent(accounts.get())) {
-    if (wanted(*account) && account->pw_dir[0] == '/') return account->pw_dir;
+    if (matches(*account) && account->pw_dir[0] == '/') return account->pw_dir;
   }
   return std::nullopt;
 }

@@ -33,13 +33,13 @@ std::optional<std::string> homeFrom(const LookUp& lookUp) {
 std::string homeDirectory() {
   if (const char* home = std::getenv("HOME"); home != nullptr && home[0] == '/') return home;
   const uid_t user = getuid();
-  return homeFrom([user](auto... answer) { return getpwuid_r(user, answer...); }).value_or("/");
+  return homeFrom([user](auto... result) { return getpwuid_r(user, result...); }).value_or("/");
 }
 
 std::optional<std::string> homeDirectoryOf(std::string_view name) {
   if (name.find('\0') != std::string_view::npos) return std::nullopt;
   const std::string user(name);
-  return homeFrom([&user](auto... answer) { return getpwnam_r(user.c_str(), answer...); });
+  return homeFrom([&user](auto... result) { return getpwnam_r(user.c_str(), result...); });
 }
 
 }  // namespace halvane

@@ -1,5 +1,7 @@
 #pragma once
 
+// The memory that files are read into.
+
 #include <cstddef>
 #include <cstdlib>
 #include <utility>

@@ -1,5 +1,7 @@
 #pragma once
 
+// What a folder holds.
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -26,7 +28,7 @@ class Directory {
   void read(int descriptor);
 
   const std::vector<Item>& items() const { return items_; }
-  /// An item's name, raw bytes, with a NUL behind it; valid until the next read.
+  /// An item's name, raw bytes, with a NUL after it; valid until the next read.
   std::string_view name(const Item& item) const { return {names_.data() + item.offset, item.length}; }
 
  private:

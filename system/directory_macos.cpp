@@ -5,7 +5,7 @@
 #include "system/directory.h"
 
 // Declared as in <unistd.h>, so that this file compiles on every system.
-extern "C" int getattrlistbulk(int folder, void* wanted, void* block, std::size_t size,
+extern "C" int getattrlistbulk(int folder, void* attributes, void* block, std::size_t size,
                                std::uint64_t options);
 
 namespace halvane {
@@ -37,7 +37,7 @@ struct AttributeList {
   Attributes attributes;
 };
 
-// Stands in a record for its name: the bytes begin `offset` behind this and end with a NUL.
+// Stands in a record for its name: the bytes begin `offset` after this and end with a NUL.
 struct NameReference {
   std::int32_t offset;
   std::uint32_t size;
@@ -107,11 +107,11 @@ class Record {
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();
-  AttributeList wanted = {
+  AttributeList attributes = {
       5, 0, {returnedAttributes | errorAttribute | nameAttribute | kindAttribute | flagsAttribute, {}}};
   alignas(std::uint64_t) std::array<char, 32768> block;
   for (;;) {
-    const int count = getattrlistbulk(descriptor, &wanted, block.data(), block.size(), 0);
+    const int count = getattrlistbulk(descriptor, &attributes, block.data(), block.size(), 0);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) break;
     const char* begin = block.data();

@@ -1,5 +1,7 @@
 #pragma once
 
+// How memory is asked for ahead of need, and given back after use.
+
 #include <cstddef>
 
 namespace halvane {

@@ -1,5 +1,7 @@
 #pragma once
 
+// Paths as text: put together, made absolute, brought into one form.
+
 #include <optional>
 #include <string>
 #include <string_view>

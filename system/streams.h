@@ -1,5 +1,7 @@
 #pragma once
 
+// Lines read from a stream and texts written to one, whole and without waiting in vain.
+
 #include <cstddef>
 #include <optional>
 #include <string_view>

@@ -1,5 +1,7 @@
 #pragma once
 
+// How all three tools show a date.
+
 #include "user/date_words.h"
 
 namespace halvane {

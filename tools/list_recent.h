@@ -1,5 +1,7 @@
 #pragma once
 
+// The tool list_recent, as a function from its arguments to its text.
+
 #include <cstdint>
 #include <optional>
 #include <string>

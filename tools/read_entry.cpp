@@ -14,7 +14,7 @@
 namespace halvane {
 namespace {
 
-// Where the candidate's rest begins, behind as many components as the journal path has and a slash; nothing
+// Where the candidate's rest begins, after as many components as the journal path has and a slash; nothing
 // when it has no more than these.
 std::optional<std::size_t> restOf(std::string_view candidate, std::string_view journal) {
   std::size_t slash = 0;

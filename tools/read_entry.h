@@ -1,5 +1,7 @@
 #pragma once
 
+// The tool read_entry, as a function from its argument to its text.
+
 #include <string>
 #include <string_view>
 

@@ -51,15 +51,15 @@ std::string noEntries(std::string_view query, const std::optional<std::string>& 
 }  // namespace
 
 std::string searchEntries(std::string_view query, const std::optional<std::string>& tag, std::int64_t limit) {
-  std::optional<TextSearch> anywhere;
-  std::optional<TextSearch> containment;
+  std::optional<TextSearch> snippetSearch;
+  std::optional<TextSearch> bodySearch;
   if (!query.empty()) {
-    anywhere.emplace(query, LetterI::oneLetter);
-    containment.emplace(query, userLocaleTellsDotlessI() ? LetterI::dottedAndDotless : LetterI::oneLetter);
+    snippetSearch.emplace(query, LetterI::oneLetter);
+    bodySearch.emplace(query, userLocaleTellsDotlessI() ? LetterI::dottedAndDotless : LetterI::oneLetter);
   }
   const std::vector<Entry> hits = loadEntries(
       [&](const EntryText& entry) {
-        return (!tag || entry.hasTag(*tag)) && (!containment || containment->find(entry.body));
+        return (!tag || entry.hasTag(*tag)) && (!bodySearch || bodySearch->find(entry.body));
       },
       static_cast<std::size_t>(limit));
   if (hits.empty()) return noEntries(query, tag);
@@ -69,7 +69,7 @@ std::string searchEntries(std::string_view query, const std::optional<std::strin
   for (const Entry& hit : hits) {
     if (!text.empty()) text.append("\n\n");
     text.append("[").append(words.of(hit.date)).append("]").append(tagSuffix(hit));
-    text.append(" ").append(hit.url.text()).append("\n").append(secondLine(hit, anywhere));
+    text.append(" ").append(hit.url.text()).append("\n").append(secondLine(hit, snippetSearch));
   }
   return text;
 }

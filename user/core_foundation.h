@@ -1,5 +1,7 @@
 #pragma once
 
+// CoreFoundation's objects and strings, owned and in UTF-8, for the files that only macOS has.
+
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <memory>

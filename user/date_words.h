@@ -1,5 +1,7 @@
 #pragma once
 
+// How a moment is shown to the user.
+
 #include <memory>
 #include <string>
 

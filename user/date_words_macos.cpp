@@ -24,7 +24,7 @@ bool isSet(CFStringRef setting) {
 // j stands for the hours that the locale prefers. A user who wants the others has a setting for that, which
 // CFLocaleCopyCurrent would mix in as it was when the process first asked. So it is read here, anew each
 // time.
-CFStringRef wantedFields() {
+CFStringRef fieldsToShow() {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   if (isSet(CFSTR("AppleICUForce24HourTime"))) return CFSTR("yMMMdHmm");
   if (isSet(CFSTR("AppleICUForce12HourTime"))) return CFSTR("yMMMdhmm");
@@ -47,7 +47,7 @@ std::string withShortHours(std::string_view pattern) {
 
 CfOwned<CFStringRef> patternFor(CFLocaleRef locale) {
   const auto pattern =
-      checked(CFDateFormatterCreateDateFormatFromTemplate(kCFAllocatorDefault, wantedFields(), 0, locale));
+      checked(CFDateFormatterCreateDateFormatFromTemplate(kCFAllocatorDefault, fieldsToShow(), 0, locale));
   return cfString(withShortHours(utf8Text(pattern.get()).value_or(std::string())));
 }
 

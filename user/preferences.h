@@ -1,5 +1,7 @@
 #pragma once
 
+// What an application keeps as the user's settings.
+
 #include <memory>
 #include <optional>
 #include <string>

@@ -34,7 +34,7 @@ std::optional<std::string> Preferences::fileOfSuite(const std::string&) {
   return std::nullopt;
 }
 
-// Behind the application's own settings this also finds what an administrator has laid down for it and what
+// After the application's own settings this also finds what an administrator has laid down for it and what
 // the user has set for all applications: so does every other reader of an application's settings.
 std::optional<std::string> Preferences::string(const std::string& key) const {
   const CfOwned<CFStringRef> name = cfString(key);

@@ -36,11 +36,11 @@ TEST(Snippet, IsTheWholeOfAShortBodyBetweenTwoEllipses) {
 
 TEST(Snippet, HoldsEightyCharactersOnEachSideOfTheMatch) {
   const std::string before = "<" + repeated("b", 80);
-  const std::string behind = repeated("a", 80) + ">";
-  EXPECT_EQ(snippetOf(before + "harbour" + behind, "harbour"),
+  const std::string after = repeated("a", 80) + ">";
+  EXPECT_EQ(snippetOf(before + "harbour" + after, "harbour"),
             "…" + repeated("b", 80) + "harbour" + repeated("a", 80) + "…");
-  EXPECT_EQ(snippetOf(before.substr(0, 80) + "harbour" + behind.substr(1), "harbour"),
-            "…" + before.substr(0, 80) + "harbour" + behind.substr(1) + "…");
+  EXPECT_EQ(snippetOf(before.substr(0, 80) + "harbour" + after.substr(1), "harbour"),
+            "…" + before.substr(0, 80) + "harbour" + after.substr(1) + "…");
 }
 
 TEST(Snippet, EndsWhereTheBodyEnds) {
