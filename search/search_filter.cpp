@@ -12,7 +12,6 @@
 #include "search/byte_pairs.h"
 #include "search/folding.h"
 #include "search/letter_forms.h"
-#include "text/byte_block.h"
 #include "text/processor.h"
 #include "text/text.h"
 
@@ -50,8 +49,8 @@ bool areOftenTogether(std::u32string_view letters) {
 
 unsigned commonness(const ByteSet& set) {
   unsigned sum = 0;
-  for (std::size_t i = 0; i < set.size(); ++i) {
-    const auto [bit, value] = set.pairs()[i];
+  for (std::size_t i = 0; i < set.size; ++i) {
+    const auto [bit, value] = set.pairs[i];
     sum += commonness(value) + (bit != 0 ? commonness(static_cast<std::uint8_t>(value ^ bit)) : 0);
   }
   return sum;
@@ -154,25 +153,6 @@ class Letters {
 
 }  // namespace
 
-bool ByteSet::add(std::uint8_t byte) {
-  if (holds(byte)) return true;
-  for (std::size_t i = 0; i < size_; ++i) {
-    Pair& pair = pairs_[i];
-    const auto difference = static_cast<std::uint8_t>(pair.value ^ byte);
-    if (pair.bit != 0 || !std::has_single_bit(difference)) continue;
-    pair = {difference, static_cast<std::uint8_t>(pair.value | byte)};
-    return true;
-  }
-  if (size_ == most) return false;
-  pairs_[size_++] = {0, byte};
-  return true;
-}
-
-bool ByteSet::holds(std::uint8_t byte) const {
-  return std::any_of(pairs_.begin(), pairs_.begin() + static_cast<std::ptrdiff_t>(size_),
-                     [byte](Pair pair) { return (byte | pair.bit) == pair.value; });
-}
-
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
   Letters letters(units, turkic);
   // A seam that comes twice in the query comes thick in a body made of the query's own pieces, and then each
@@ -212,7 +192,7 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
 
 std::size_t SearchFilter::Places::next() {
   constexpr std::size_t step = bytePairStep;
-  static const FindPairs findPairs = hasWideBlocks() ? findPairsInWideBlocks : findPairsBy<ByteBlock>;
+  static const FindPairs findPairs = hasWideBlocks() ? findPairsInWideBlocks : findPairsInBlocks;
   const std::size_t distance = filter_.distance_;
   if (body_.size() < step + distance) return nextByByte();
   const std::size_t end = body_.size() - distance;

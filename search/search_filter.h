@@ -1,34 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
+#include "search/byte_set.h"
+
 namespace halvane {
-
-/// A few byte values, any of which will do: at most three pairs that differ in a single bit, as the capital
-/// and the small letter of most alphabets do. One comparison tells both of a pair, once that bit is set.
-class ByteSet {
- public:
-  struct Pair {
-    std::uint8_t bit;    // in which the two differ; 0 when they are one
-    std::uint8_t value;  // the one that has the bit
-  };
-  static constexpr std::size_t most = 3;
-
-  std::size_t size() const { return size_; }
-  /// The pairs, the first `size()` of which count.
-  const std::array<Pair, most>& pairs() const { return pairs_; }
-  /// False when there is no room for another value.
-  [[nodiscard]] bool add(std::uint8_t byte);
-  bool holds(std::uint8_t byte) const;
-
- private:
-  std::size_t size_ = 0;
-  std::array<Pair, most> pairs_{};
-};
 
 /// Finds the places in a body where a match of one query is possible at all, by looking at two of its bytes
 /// for every place, sixteen places at once. Nearly every place of nearly every body is ruled out by that, at

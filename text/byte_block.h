@@ -2,132 +2,75 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
+// Bytes that are worked on all at once, in one register of the processor.
+
+// The vector extension of g++ and clang++ writes most of it once for every processor. The few operations that
+// the extension has no word for stand in a file for each processor. (A library of vectors such as Highway
+// would save those files and nothing else. It does the same in as many instructions, but its AVX2 wants eight
+// flags where ours wants one, and the version that Debian 12 has knows nothing between SSSE3 and one byte at
+// a time.)
+#if defined(HALVANE_PLAIN_BLOCKS)
+#include "text/byte_block_plain.h"
+#elif defined(__AVX2__)
+#include "text/byte_block_avx2.h"
+#elif defined(__x86_64__)
+#include "text/byte_block_sse.h"
 #elif defined(__aarch64__)
-#include <arm_neon.h>
+#include "text/byte_block_neon.h"
+#else
+#include "text/byte_block_plain.h"
 #endif
 
 namespace halvane {
 
-/// Sixteen bytes that are worked on at once, in one register of an x86-64 (SSE2) or ARM (NEON) processor.
-/// Comparisons give a block with 0xFF where they hold and 0 elsewhere.
-#if defined(__x86_64__)
+/// As many bytes as one register of a kind of processor holds. Operations work on each byte for itself;
+/// comparisons give 0xFF where they hold and 0 elsewhere. `Processor` is one of the structs in the files
+/// above. It is part of the type: what is compiled for one processor is never taken for what is compiled for
+/// another.
+template <typename Processor>
+struct BlockOf {
+  using Bytes = typename Processor::Bytes;
+  static constexpr std::size_t size = sizeof(Bytes);
+  /// Whether there are the operations from `saturatingDifference` on.
+  static constexpr bool canShuffle = requires(Bytes bytes) { Processor::lookUp(nullptr, bytes); };
 
-struct ByteBlock {
-  static constexpr std::size_t size = 16;
-  __m128i bytes;
+  Bytes bytes;
 
-  static ByteBlock load(const void* from) { return {_mm_loadu_si128(static_cast<const __m128i*>(from))}; }
-  static ByteBlock all(std::uint8_t byte) { return {_mm_set1_epi8(static_cast<char>(byte))}; }
-
-  friend ByteBlock operator|(ByteBlock a, ByteBlock b) { return {_mm_or_si128(a.bytes, b.bytes)}; }
-  friend ByteBlock operator&(ByteBlock a, ByteBlock b) { return {_mm_and_si128(a.bytes, b.bytes)}; }
-  friend ByteBlock operator^(ByteBlock a, ByteBlock b) { return {_mm_xor_si128(a.bytes, b.bytes)}; }
-  friend ByteBlock operator==(ByteBlock a, ByteBlock b) { return {_mm_cmpeq_epi8(a.bytes, b.bytes)}; }
-  /// a - b, 0 where that would be negative.
-  friend ByteBlock saturatingDifference(ByteBlock a, ByteBlock b) {
-    return {_mm_subs_epu8(a.bytes, b.bytes)};
+  static BlockOf load(const void* from) {
+    BlockOf block;
+    std::memcpy(&block.bytes, from, size);
+    return block;
   }
+  static BlockOf all(std::uint8_t byte) { return {Bytes{} + byte}; }
+
+  friend BlockOf operator|(BlockOf a, BlockOf b) { return {a.bytes | b.bytes}; }
+  friend BlockOf operator&(BlockOf a, BlockOf b) { return {a.bytes & b.bytes}; }
+  friend BlockOf operator^(BlockOf a, BlockOf b) { return {a.bytes ^ b.bytes}; }
+  friend BlockOf operator==(BlockOf a, BlockOf b) { return {reinterpret_cast<Bytes>(a.bytes == b.bytes)}; }
   /// Each byte's upper half, as a number from 0 to 15.
-  ByteBlock upperHalves() const { return {_mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F))}; }
+  BlockOf upperHalves() const { return {bytes >> 4}; }
+
   /// The upper bit of each byte, that of the first one lowest.
-  std::uint32_t upperBits() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
-#if defined(__SSSE3__)
-  /// A table of sixteen entries, for lookUp.
-  static ByteBlock table(const std::uint8_t* entries) {
-    return load(entries);
+  std::uint32_t upperBits() const { return Processor::upperBits(bytes); }
+
+  /// a - b, 0 where that would be negative.
+  friend BlockOf saturatingDifference(BlockOf a, BlockOf b) {
+    return {Processor::saturatingDifference(a.bytes, b.bytes)};
   }
-  /// The entry of the table at each index from 0 to 15.
-  static ByteBlock lookUp(ByteBlock table, ByteBlock indices) {
-    return {_mm_shuffle_epi8(table.bytes, indices.bytes)};
+  /// The entry of the table of sixteen at each index from 0 to 15.
+  static BlockOf lookUp(const std::uint8_t* table, BlockOf indices) {
+    return {Processor::lookUp(table, indices.bytes)};
   }
   /// Each byte's neighbour `distance` places before it, where `before` is the block in front of this one.
   template <int distance>
-  ByteBlock earlier(ByteBlock before) const {
-    return {_mm_alignr_epi8(bytes, before.bytes, 16 - distance)};
-  }
-#endif
-};
-
-#if defined(__AVX2__)
-
-/// The same for thirty-two bytes, on x86-64 processors that have AVX2.
-struct WideByteBlock {
-  static constexpr std::size_t size = 32;
-  __m256i bytes;
-
-  static WideByteBlock load(const void* from) {
-    return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
-  }
-  static WideByteBlock all(std::uint8_t byte) { return {_mm256_set1_epi8(static_cast<char>(byte))}; }
-
-  friend WideByteBlock operator|(WideByteBlock a, WideByteBlock b) {
-    return {_mm256_or_si256(a.bytes, b.bytes)};
-  }
-  friend WideByteBlock operator&(WideByteBlock a, WideByteBlock b) {
-    return {_mm256_and_si256(a.bytes, b.bytes)};
-  }
-  friend WideByteBlock operator^(WideByteBlock a, WideByteBlock b) {
-    return {_mm256_xor_si256(a.bytes, b.bytes)};
-  }
-  friend WideByteBlock operator==(WideByteBlock a, WideByteBlock b) {
-    return {_mm256_cmpeq_epi8(a.bytes, b.bytes)};
-  }
-  friend WideByteBlock saturatingDifference(WideByteBlock a, WideByteBlock b) {
-    return {_mm256_subs_epu8(a.bytes, b.bytes)};
-  }
-  WideByteBlock upperHalves() const {
-    return {_mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(0x0F))};
-  }
-  std::uint32_t upperBits() const { return static_cast<std::uint32_t>(_mm256_movemask_epi8(bytes)); }
-  // The table stands in both halves: a look-up doesn't cross from one to the other.
-  static WideByteBlock table(const std::uint8_t* entries) {
-    return {_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(entries)))};
-  }
-  static WideByteBlock lookUp(WideByteBlock table, WideByteBlock indices) {
-    return {_mm256_shuffle_epi8(table.bytes, indices.bytes)};
-  }
-  template <int distance>
-  WideByteBlock earlier(WideByteBlock before) const {
-    const __m256i between = _mm256_permute2x128_si256(before.bytes, bytes, 0x21);
-    return {_mm256_alignr_epi8(bytes, between, 16 - distance)};
+  BlockOf earlier(BlockOf before) const {
+    return {Processor::template earlier<distance>(before.bytes, bytes)};
   }
 };
 
-#endif
-
-#elif defined(__aarch64__)
-
-struct ByteBlock {
-  static constexpr std::size_t size = 16;
-  uint8x16_t bytes;
-
-  static ByteBlock load(const void* from) { return {vld1q_u8(static_cast<const std::uint8_t*>(from))}; }
-  static ByteBlock all(std::uint8_t byte) { return {vdupq_n_u8(byte)}; }
-
-  friend ByteBlock operator|(ByteBlock a, ByteBlock b) { return {vorrq_u8(a.bytes, b.bytes)}; }
-  friend ByteBlock operator&(ByteBlock a, ByteBlock b) { return {vandq_u8(a.bytes, b.bytes)}; }
-  friend ByteBlock operator^(ByteBlock a, ByteBlock b) { return {veorq_u8(a.bytes, b.bytes)}; }
-  friend ByteBlock operator==(ByteBlock a, ByteBlock b) { return {vceqq_u8(a.bytes, b.bytes)}; }
-  friend ByteBlock saturatingDifference(ByteBlock a, ByteBlock b) { return {vqsubq_u8(a.bytes, b.bytes)}; }
-  ByteBlock upperHalves() const { return {vshrq_n_u8(bytes, 4)}; }
-  std::uint32_t upperBits() const {
-    constexpr std::uint8_t places[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
-    const uint8x16_t set = vandq_u8(vcltzq_s8(vreinterpretq_s8_u8(bytes)), vld1q_u8(places));
-    return vaddv_u8(vget_low_u8(set)) | static_cast<std::uint32_t>(vaddv_u8(vget_high_u8(set))) << 8;
-  }
-  static ByteBlock table(const std::uint8_t* entries) { return load(entries); }
-  static ByteBlock lookUp(ByteBlock table, ByteBlock indices) {
-    return {vqtbl1q_u8(table.bytes, indices.bytes)};
-  }
-  template <int distance>
-  ByteBlock earlier(ByteBlock before) const {
-    return {vextq_u8(before.bytes, bytes, 16 - distance)};
-  }
-};
-
-#endif
+/// The block of the processor that the including file is compiled for.
+using ByteBlock = BlockOf<CompiledFor>;
 
 }  // namespace halvane

@@ -2,8 +2,8 @@
 
 namespace halvane {
 
-bool canCheckInBlocks() {
-#if defined(__x86_64__)
+bool canShuffleBytes() {
+#if defined(__x86_64__) && !defined(HALVANE_PLAIN_BLOCKS)
   return __builtin_cpu_supports("ssse3") != 0;
 #else
   return true;
@@ -11,7 +11,7 @@ bool canCheckInBlocks() {
 }
 
 bool hasWideBlocks() {
-#if defined(__x86_64__)
+#if defined(__x86_64__) && !defined(HALVANE_PLAIN_BLOCKS)
   return __builtin_cpu_supports("avx2") != 0;
 #else
   return false;

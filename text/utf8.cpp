@@ -10,25 +10,11 @@
 
 namespace halvane {
 
-namespace {
-
-bool isUtf8OneByOne(std::string_view bytes) {
-  const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  for (std::size_t at = 0; at < bytes.size();) {
-    UChar32 character;
-    U8_NEXT(text, at, bytes.size(), character);
-    if (character < 0) return false;
-  }
-  return true;
-}
-
-}  // namespace
-
 bool isUtf8(std::string_view bytes) {
-  static const auto isUtf8Here = hasWideBlocks()      ? isUtf8InWideBlocks
-                                 : canCheckInBlocks() ? isUtf8InBlocks
-                                                      : isUtf8OneByOne;
-  return isUtf8Here(bytes);
+  static const auto isUtf8Here = hasWideBlocks()     ? isUtf8InWideBlocks
+                                 : canShuffleBytes() ? isUtf8InBlocks
+                                                     : isUtf8OneByOne;
+  return isUtf8Here(bytes.data(), bytes.size());
 }
 
 std::string repairUtf8(std::string_view bytes) {

@@ -3,10 +3,12 @@
 #include "text/byte_block.h"
 #include "text/utf8_checker.h"
 
+// Compiled for SSSE3 on x86-64.
+
 namespace halvane {
 
-bool isUtf8InBlocks(std::string_view bytes) {
-  return utf8::Checker<ByteBlock>::isUtf8(bytes);
+bool isUtf8InBlocks(const char* bytes, std::size_t length) {
+  return utf8::isUtf8By<ByteBlock>(bytes, length);
 }
 
 }  // namespace halvane

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
-// A byte of UTF-8 is wrong for its neighbours in one of the ways below, and each way shows in three half
-// bytes: both halves of the byte before and the upper half of the byte itself. Three table look-ups give the
-// ways that each half allows; what all three allow has happened (the method of Keiser and Lemire, "Validating
-// UTF-8 In Less Than One Instruction Per Byte", 2021).
+#include "text/utf8_blocks.h"
+
+// The check of UTF-8 block by block: the method of Keiser and Lemire, "Validating UTF-8 In Less Than One
+// Instruction Per Byte", 2021. A byte is wrong for its neighbours in one of the ways below, and each way
+// shows in three half bytes: both halves of the byte before and the upper half of the byte itself. Three
+// table look-ups give the ways that each half allows; what all three allow has happened.
 
 namespace halvane::utf8 {
 
@@ -22,12 +22,14 @@ inline constexpr std::uint8_t tooLarge8 = 1 << 6;  // F5 to FF, then 80 to 8F
 inline constexpr std::uint8_t overlong4 = 1 << 6;  // F0 80 to F0 8F
 inline constexpr std::uint8_t twoInARow = 1 << 7;  // two continuations: right only inside three or four bytes
 
-using Table = std::array<std::uint8_t, 16>;
+struct Table {
+  std::uint8_t ways[16];  // by half byte
+};
 
 template <typename Ways>
-inline constexpr Table tableOf(Ways waysOf) {
+consteval Table tableOf(Ways waysOf) {
   Table table{};
-  for (unsigned half = 0; half < table.size(); ++half) table[half] = static_cast<std::uint8_t>(waysOf(half));
+  for (unsigned half = 0; half < 16; ++half) table.ways[half] = static_cast<std::uint8_t>(waysOf(half));
   return table;
 }
 
@@ -58,17 +60,19 @@ inline constexpr Table byUpperHalf = tableOf([](unsigned half) -> int {
   return tooShort;
 });
 
-/// Checks a text block by block. Block is ByteBlock or WideByteBlock.
+/// Checks a text block by block. Block is a BlockOf one processor. Nothing in here is shared with what is
+/// compiled for another one, not even in an unoptimised build: no function but its own and the block's is
+/// called.
 template <typename Block>
 class Checker {
  public:
-  /// Whether `bytes` are well-formed UTF-8.
-  static bool isUtf8(std::string_view bytes) {
+  /// Whether the `length` bytes at `bytes` are well-formed UTF-8.
+  static bool isUtf8(const char* bytes, std::size_t length) {
     Checker checker;
     std::size_t at = 0;
-    for (; at + step <= bytes.size(); at += step) checker.checkStep(bytes.data() + at);
+    for (; at + step <= length; at += step) checker.checkStep(bytes + at);
     char rest[step] = {};  // ended by NULs, which are characters of their own
-    for (std::size_t i = 0; at + i < bytes.size(); ++i) rest[i] = bytes[at + i];
+    for (std::size_t i = 0; at + i < length; ++i) rest[i] = bytes[at + i];
     checker.checkStep(rest);
     return checker.allRight();
   }
@@ -97,14 +101,14 @@ class Checker {
 
   void check(Block block) {
     const Block before = block.template earlier<1>(last_);
-    const Block ways = Block::lookUp(Block::table(byUpperHalfBefore.data()), before.upperHalves()) &
-                       Block::lookUp(Block::table(byLowerHalfBefore.data()), before & Block::all(0x0F)) &
-                       Block::lookUp(Block::table(byUpperHalf.data()), block.upperHalves());
-    // Behind a lead byte of three or four, a second or third continuation has to be there and is right.
+    const Block ways = Block::lookUp(byUpperHalfBefore.ways, before.upperHalves()) &
+                       Block::lookUp(byLowerHalfBefore.ways, before & Block::all(0x0F)) &
+                       Block::lookUp(byUpperHalf.ways, block.upperHalves());
+    // After a lead byte of three or four, a second or third continuation has to be there and is right.
     const Block third = saturatingDifference(block.template earlier<2>(last_), Block::all(0xE0 - 0x80));
     const Block fourth = saturatingDifference(block.template earlier<3>(last_), Block::all(0xF0 - 0x80));
     wrong_ = wrong_ | (((third | fourth) & Block::all(0x80)) ^ ways);
-    unfinished_ = saturatingDifference(block, Block::load(lastLeads.data()));
+    unfinished_ = saturatingDifference(block, Block::load(lastLeads.bytes));
     last_ = block;
   }
 
@@ -115,12 +119,15 @@ class Checker {
   }
 
   // The greatest bytes that may stand last in a block: no lead byte whose continuations are still to come.
-  static constexpr std::array<std::uint8_t, Block::size> lastLeads = [] {
-    std::array<std::uint8_t, Block::size> greatest{};
-    for (std::uint8_t& byte : greatest) byte = 0xFF;
-    greatest[Block::size - 3] = 0xF0 - 1;
-    greatest[Block::size - 2] = 0xE0 - 1;
-    greatest[Block::size - 1] = 0xC0 - 1;
+  struct Greatest {
+    std::uint8_t bytes[Block::size];
+  };
+  static constexpr Greatest lastLeads = [] {
+    Greatest greatest{};
+    for (std::uint8_t& byte : greatest.bytes) byte = 0xFF;
+    greatest.bytes[Block::size - 3] = 0xF0 - 1;
+    greatest.bytes[Block::size - 2] = 0xE0 - 1;
+    greatest.bytes[Block::size - 1] = 0xC0 - 1;
     return greatest;
   }();
 
@@ -128,5 +135,15 @@ class Checker {
   Block unfinished_ = Block::all(0);  // where the last block ends inside a character
   Block last_ = Block::all(0);
 };
+
+/// Whether the `length` bytes at `bytes` are well-formed UTF-8, told as fast as Block can.
+template <typename Block>
+bool isUtf8By(const char* bytes, std::size_t length) {
+  if constexpr (Block::canShuffle) {
+    return Checker<Block>::isUtf8(bytes, length);
+  } else {
+    return isUtf8OneByOne(bytes, length);
+  }
+}
 
 }  // namespace halvane::utf8
