@@ -34,7 +34,8 @@ void checkValues(const EntryText& text, std::string_view file) {
     if (!(text.*value)) continue;
     mustHold(isUtf8(*(text.*value)), "a value is cut between characters");
     mustHold((text.*value)->find('\n') == std::string_view::npos, "a value is on one line");
-    mustHold(trimWhitespaces(*(text.*value)) == *(text.*value), "a value has no blanks at its ends");
+    mustHold(trimWhitespacesButNewlines(*(text.*value)) == *(text.*value),
+             "a value has no blanks at its ends");
   }
 }
 
@@ -74,7 +75,7 @@ void checkEntry(const EntryText& text, const Entry& entry) {
     mustHold(text.hasTag(tag), "an entry has its tags");
   }
   const std::string_view line = entry.firstLine();
-  mustHold(trimWhitespaces(line) == line, "the first line has no blanks at its ends");
+  mustHold(trimWhitespacesButNewlines(line) == line, "the first line has no blanks at its ends");
   mustHold(line.empty() == entry.body.empty(), "a body that is not empty has a first line");
   mustHold(entry.body.starts_with(line), "the first line is what the body begins with");
 }

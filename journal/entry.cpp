@@ -54,7 +54,7 @@ std::string_view Entry::firstLine() const {
   if (begin == std::string::npos) return {};
   std::size_t end = body.find('\n', begin);
   while (end != std::string::npos && body[end - 1] == '\r') end = body.find('\n', end + 1);
-  return trimWhitespaces(std::string_view(body).substr(begin, end - begin));
+  return trimWhitespacesButNewlines(std::string_view(body).substr(begin, end - begin));
 }
 
 bool operator==(const Entry& left, const Entry& right) {

@@ -36,8 +36,8 @@ constexpr std::array<Key, 6> keys = {{{"duration_seconds", &EntryText::durationS
 void readLine(std::string_view line, EntryText& entry, EntryText::Value& date) {
   const std::size_t colon = line.find(':');
   if (colon == std::string_view::npos) return;
-  const std::string_view name = trimWhitespaces(line.substr(0, colon));
-  const std::string_view value = trimWhitespaces(line.substr(colon + 1));
+  const std::string_view name = trimWhitespacesButNewlines(line.substr(0, colon));
+  const std::string_view value = trimWhitespacesButNewlines(line.substr(colon + 1));
   if (name == "date") date = value;
   for (const Key& key : keys) {
     if (name == key.name) entry.*key.value = value;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "journal/entry.h"
+#include "text/characters.h"
 #include "text/text.h"
 
 namespace halvane {

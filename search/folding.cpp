@@ -1,25 +1,18 @@
 #include "search/folding.h"
 
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
 #include <memory>
-#include <new>
+
+#include "text/icu.h"
 
 namespace halvane {
 namespace {
 
-const icu::Normalizer2& nfc() {
-  UErrorCode status = U_ZERO_ERROR;
-  const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
-  if (U_FAILURE(status)) throw std::bad_alloc();
-  return *instance;
-}
-
 icu::UnicodeString decomposition(UChar32 character) {
   icu::UnicodeString mapping;
-  return nfc().getDecomposition(character, mapping) ? mapping : icu::UnicodeString(character);
+  return icuNfc().getDecomposition(character, mapping) ? mapping : icu::UnicodeString(character);
 }
 
 void append(Folding& folding, UChar32 unit) {
@@ -32,12 +25,12 @@ Folding makeFolding(UChar32 character) {
   Folding folding{};
   folding.continues = u_hasBinaryProperty(character, UCHAR_GRAPHEME_EXTEND) ||
                       u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) ||
-                      !nfc().hasBoundaryBefore(character);
+                      !icuNfc().hasBoundaryBefore(character);
   const icu::UnicodeString parts = decomposition(character);
   for (std::int32_t i = 0; i < parts.length(); i = parts.moveIndex32(i, 1)) {
     const UChar32 part = parts.char32At(i);
     icu::UnicodeString folded(part);
-    if (part != 0x0345) folded.foldCase(U_FOLD_CASE_DEFAULT);
+    if (part != iotaSubscript) folded.foldCase(U_FOLD_CASE_DEFAULT);
     for (std::int32_t j = 0; j < folded.length(); j = folded.moveIndex32(j, 1)) {
       const icu::UnicodeString units = decomposition(folded.char32At(j));
       for (std::int32_t k = 0; k < units.length(); k = units.moveIndex32(k, 1))

@@ -1,18 +1,25 @@
 #pragma once
 
+// What a code point becomes where letter case and canonical form do not count.
+
 #include <array>
 #include <cstdint>
 
 namespace halvane {
 
-/// What one code point becomes when letter case and canonical form no longer count: its canonical
-/// decomposition, each part case-folded in full and decomposed again (Unicode, definition D145). U+0345 alone
-/// stays, because it must be sorted as a mark before it becomes the letter iota; see foldedMark.
-struct Folding {
-  static constexpr std::size_t most = 4;  // no code point becomes longer than this
+/// The Greek letter, and the mark below a vowel that folds to it. A mark moves after others, a letter
+/// doesn't.
+inline constexpr char32_t iota = 0x03B9;
+inline constexpr char32_t iotaSubscript = 0x0345;
 
-  std::array<char32_t, most> units;
-  std::array<std::uint8_t, most> combiningClasses;
+/// What one code point becomes when letter case and canonical form no longer count: its canonical
+/// decomposition, each part case-folded in full and decomposed again (Unicode, definition D145). The iota
+/// subscript alone stays, because it must be sorted as a mark before it becomes the letter; see foldedMark.
+struct Folding {
+  static constexpr std::size_t maxUnits = 4;  // no code point becomes longer than this
+
+  std::array<char32_t, maxUnits> units;
+  std::array<std::uint8_t, maxUnits> combiningClasses;
   std::uint8_t count;
   /// Whether the code point can't be parted from the one before it: it has the property Grapheme_Extend or
   /// Emoji_Modifier, or can compose with what precedes it (Normalizer2::hasBoundaryBefore).
@@ -36,7 +43,7 @@ inline const Folding& foldingOf(char32_t character) {
 
 /// A unit in its final form, for use when the marks around it stand in their order.
 inline char32_t foldedMark(char32_t unit) {
-  return unit == 0x0345 ? 0x03B9 : unit;
+  return unit == iotaSubscript ? iota : unit;
 }
 
 }  // namespace halvane

@@ -1,6 +1,5 @@
 #include "search/letter_forms.h"
 
-#include <unicode/normalizer2.h>
 #include <unicode/uniset.h>
 #include <unicode/uset.h>
 
@@ -10,18 +9,10 @@
 #include <utility>
 
 #include "search/folding.h"
+#include "text/icu.h"
 
 namespace halvane {
 namespace {
-
-constexpr char32_t iota = 0x03B9;  // stands for the iota subscript too, which moves behind other marks
-
-const icu::Normalizer2& nfc() {
-  UErrorCode status = U_ZERO_ERROR;
-  const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
-  if (U_FAILURE(status)) throw std::bad_alloc();
-  return *instance;
-}
 
 // Code points that are another one under a second name, and no case variant of it.
 constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{{0x0374, 0x02B9},
@@ -47,7 +38,7 @@ void addSecondNames(char32_t unit, std::vector<char32_t>& forms) {
   for (const auto& [first, last] : ideographBlocks) {
     for (char32_t character = first; character <= last; ++character) {
       icu::UnicodeString mapping;
-      const bool mapped = nfc().getRawDecomposition(static_cast<UChar32>(character), mapping);
+      const bool mapped = icuNfc().getRawDecomposition(static_cast<UChar32>(character), mapping);
       if (mapped && static_cast<char32_t>(mapping.char32At(0)) == unit) forms.push_back(character);
     }
   }
@@ -98,7 +89,7 @@ LetterForms markedForms(char32_t unit, std::u32string_view marks) {
   for (std::size_t i = 0; i < bare.size() + composed.size(); ++i) {
     const char32_t form = i < bare.size() ? bare[i] : composed[i - bare.size()];
     for (const char32_t mark : marks) {
-      const UChar32 both = nfc().composePair(static_cast<UChar32>(form), static_cast<UChar32>(mark));
+      const UChar32 both = icuNfc().composePair(static_cast<UChar32>(form), static_cast<UChar32>(mark));
       if (both < 0) continue;
       const auto known = std::find(composed.begin(), composed.end(), static_cast<char32_t>(both));
       if (known == composed.end()) composed.push_back(static_cast<char32_t>(both));

@@ -18,8 +18,6 @@
 namespace halvane {
 namespace {
 
-constexpr char32_t iota = 0x03B9;
-
 // How many of a thousand bytes have this value, roughly and over all languages: it only decides which of the
 // safe places is looked for.
 unsigned commonness(std::uint8_t byte) {

@@ -17,15 +17,6 @@ namespace {
 
 constexpr char32_t noUnit = 0xFFFFFFFF;  // what no text folds to
 
-bool isAscii(char byte) {
-  return static_cast<signed char>(byte) >= 0;
-}
-
-std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
-  while (position > 0 && U8_IS_TRAIL(text[position])) --position;
-  return position;
-}
-
 bool startsSegment(std::string_view text, std::size_t position) {
   return position == 0 || position == text.size() || !foldingOf(nextCodePoint(text, position)).continues;
 }

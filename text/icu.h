@@ -1,17 +1,28 @@
 #pragma once
 
-// What every use of ICU has in common: how its failures are taken.
+// The corner where ICU's ways become ours: its errors, its lengths, its normaliser.
 
+#include <unicode/normalizer2.h>
+#include <unicode/stringpiece.h>
 #include <unicode/utypes.h>
 
-#include <new>
+#include <cstdint>
+#include <string_view>
 
 namespace halvane {
 
-/// Throws std::bad_alloc when `status` is a failure. ICU's data is linked in and its arguments are valid, so
+/// Throws std::bad_alloc where `status` is a failure. ICU's data is linked in and its arguments are valid, so
 /// memory is all that a call can lack.
-inline void check(UErrorCode status) {
-  if (U_FAILURE(status)) throw std::bad_alloc();
-}
+void check(UErrorCode status);
+
+/// The length of `text` in bytes, as ICU counts. Throws std::bad_alloc for 2 GiB and more, which it can't.
+std::int32_t icuLength(std::string_view text);
+
+/// `text` as ICU takes it; the bytes are not copied. Throws like icuLength.
+icu::StringPiece icuPiece(std::string_view text);
+
+/// ICU's normaliser for Normalization Form C, which knows every decomposition as well. It is ICU's own, for
+/// the life of the program.
+const icu::Normalizer2& icuNfc();
 
 }  // namespace halvane

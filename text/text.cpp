@@ -1,64 +1,33 @@
 #include "text/text.h"
 
-#include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
-#include <unicode/utext.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
-#include <new>
-#include <utility>
 #include <vector>
+
+#include "text/icu.h"
 
 namespace halvane {
 namespace {
 
-// ICU's data is linked in, so memory is all that a call can lack.
-void check(UErrorCode status) {
-  if (U_FAILURE(status)) throw std::bad_alloc();
-}
-
-std::int32_t icuLength(std::string_view text) {
-  if (text.size() > std::numeric_limits<std::int32_t>::max()) throw std::bad_alloc();
-  return static_cast<std::int32_t>(text.size());
-}
-
-icu::StringPiece piece(std::string_view text) {
-  return {text.data(), icuLength(text)};
-}
-
-const icu::Normalizer2& nfc() {
-  UErrorCode status = U_ZERO_ERROR;
-  const icu::Normalizer2* instance = icu::Normalizer2::getNFCInstance(status);
-  check(status);
-  return *instance;
-}
-
 char32_t previousCodePoint(std::string_view text, std::size_t& position) {
-  do {
-    --position;
-  } while (position > 0 && U8_IS_TRAIL(text[position]));
+  position = startOfCodePoint(text, position - 1);
   std::size_t next = position;
   return nextCodePoint(text, next);
-}
-
-bool isAsciiByte(char byte) {
-  return static_cast<signed char>(byte) >= 0;
 }
 
 template <typename InSet>
 std::string_view trim(std::string_view text, InSet inSet) {
   const auto isAsciiSpace = [inSet](char byte) {
-    return isAsciiByte(byte) && inSet(static_cast<char32_t>(byte));
+    return isAscii(byte) && inSet(static_cast<char32_t>(byte));
   };
   while (!text.empty() && isAsciiSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && isAsciiSpace(text.back())) text.remove_suffix(1);
-  if (text.empty() || (isAsciiByte(text.front()) && isAsciiByte(text.back()))) return text;
+  if (text.empty() || (isAscii(text.front()) && isAscii(text.back()))) return text;
 
   std::size_t begin = 0;
   for (std::size_t next = 0; next < text.size() && inSet(nextCodePoint(text, next));) begin = next;
@@ -68,7 +37,7 @@ std::string_view trim(std::string_view text, InSet inSet) {
   return text.substr(0, end);
 }
 
-bool isInlineSpace(char32_t character) {
+bool isSpaceWithinLine(char32_t character) {
   if (character < 0x80) return character == ' ' || character == '\t';
   return character == 0x200B || u_charType(static_cast<UChar32>(character)) == U_SPACE_SEPARATOR;
 }
@@ -85,7 +54,7 @@ struct Mark {
   std::uint8_t combiningClass;
 };
 
-// Marks behind one letter stand in the order of their classes. Sorting a whole run at once keeps the time in
+// Marks after one letter stand in the order of their classes. Sorting a whole run at once keeps the time in
 // bounds that ICU's one-by-one insertion exceeds for runs of a million marks.
 void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   std::stable_sort(marks.begin(), marks.end(), [](const Mark& left, const Mark& right) {
@@ -95,21 +64,14 @@ void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   marks.clear();
 }
 
-// Whether a user-perceived character ends at `position`, inside the text, because ASCII stands on both sides.
-bool partsAscii(std::string_view text, std::size_t position) {
-  const char before = text[position - 1];
-  const char behind = text[position];
-  return isAsciiByte(before) && isAsciiByte(behind) && !(before == '\r' && behind == '\n');
-}
-
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), isAsciiByte);
+bool isAllAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), isAscii);
 }
 
 }  // namespace
 
-std::string_view trimWhitespaces(std::string_view text) {
-  return trim(text, isInlineSpace);
+std::string_view trimWhitespacesButNewlines(std::string_view text) {
+  return trim(text, isSpaceWithinLine);
 }
 
 std::string_view trimWhitespacesAndNewlines(std::string_view text) {
@@ -128,25 +90,25 @@ bool isLetterOrMark(char32_t character) {
 
 std::string lowercased(std::string_view text) {
   std::string lower;
-  if (isAscii(text)) {
+  if (isAllAscii(text)) {
     for (const char byte : text)
       lower += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
     return lower;
   }
   icu::StringByteSink<std::string> sink(&lower, icuLength(text));
   UErrorCode status = U_ZERO_ERROR;
-  icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
+  icu::CaseMap::utf8ToLower("", 0, icuPiece(text), sink, nullptr, status);
   check(status);
   return lower;
 }
 
 std::string precomposed(std::string_view text) {
-  if (isAscii(text)) return std::string(text);
+  if (isAllAscii(text)) return std::string(text);
   const std::string ordered = decomposed(text);
   std::string composed;
   icu::StringByteSink<std::string> sink(&composed, icuLength(ordered));
   UErrorCode status = U_ZERO_ERROR;
-  nfc().normalizeUTF8(0, piece(ordered), sink, nullptr, status);
+  icuNfc().normalizeUTF8(0, icuPiece(ordered), sink, nullptr, status);
   check(status);
   return composed;
 }
@@ -167,7 +129,7 @@ std::string decomposed(std::string_view text) {
   };
   for (std::size_t at = 0; at < text.size();) {
     const char32_t character = nextCodePoint(text, at);
-    if (character < 0xC0 || !nfc().getDecomposition(static_cast<UChar32>(character), mapping)) {
+    if (character < 0xC0 || !icuNfc().getDecomposition(static_cast<UChar32>(character), mapping)) {
       append(character);
       continue;
     }
@@ -192,61 +154,6 @@ void appendCodePoint(std::string& text, char32_t character) {
   std::int32_t length = 0;
   U8_APPEND_UNSAFE(encoded, length, character);
   text.append(encoded, static_cast<std::size_t>(length));
-}
-
-struct Characters::Iterator {
-  UText text = UTEXT_INITIALIZER;
-  std::unique_ptr<icu::BreakIterator> breaks;
-  ~Iterator() { utext_close(&text); }
-};
-
-Characters::Characters(std::string_view text) : text_(text) {
-  icuLength(text);
-}
-
-Characters::~Characters() = default;
-
-// Opened only for text that needs it.
-Characters::Iterator& Characters::iterator() {
-  if (iterator_) return *iterator_;
-  auto opened = std::make_unique<Iterator>();
-  UErrorCode status = U_ZERO_ERROR;
-  opened->breaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-  check(status);
-  utext_openUTF8(&opened->text, text_.data(), icuLength(text_), &status);
-  check(status);
-  opened->breaks->setText(&opened->text, status);
-  check(status);
-  iterator_ = std::move(opened);
-  return *iterator_;
-}
-
-std::size_t Characters::startOf(std::size_t position) {
-  if (position == 0 || position >= text_.size()) return std::min(position, text_.size());
-  if (partsAscii(text_, position)) return position;
-  icu::BreakIterator& breaks = *iterator().breaks;
-  if (breaks.isBoundary(static_cast<std::int32_t>(position))) return position;
-  return static_cast<std::size_t>(breaks.previous());  // isBoundary left it at the boundary behind
-}
-
-std::size_t Characters::back(std::size_t position, std::size_t count) {
-  for (; count > 0 && position > 0; --count) {
-    position =
-        position == 1 || partsAscii(text_, position - 1)
-            ? position - 1
-            : static_cast<std::size_t>(iterator().breaks->preceding(static_cast<std::int32_t>(position)));
-  }
-  return position;
-}
-
-std::size_t Characters::forward(std::size_t position, std::size_t count) {
-  for (; count > 0 && position < text_.size(); --count) {
-    position =
-        position + 1 == text_.size() || partsAscii(text_, position + 1)
-            ? position + 1
-            : static_cast<std::size_t>(iterator().breaks->following(static_cast<std::int32_t>(position)));
-  }
-  return position;
 }
 
 }  // namespace halvane

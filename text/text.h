@@ -1,22 +1,21 @@
 #pragma once
 
+// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. Memory
+// that ICU can't have becomes std::bad_alloc; so does a text of 2 GiB and more, which is beyond what ICU
+// counts.
+
 #include <unicode/utf8.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace halvane {
 
-// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. Memory
-// that ICU can't have becomes std::bad_alloc; so does a text of 2 GiB and more, which is beyond what ICU
-// counts.
-
 /// `text` without the white space at its ends that stands within a line: space separators, the tab and
 /// U+200B. A view of the same bytes.
-std::string_view trimWhitespaces(std::string_view text);
+std::string_view trimWhitespacesButNewlines(std::string_view text);
 
 /// The same for every white space: also line and paragraph separators, U+000A to U+000D and U+0085.
 std::string_view trimWhitespacesAndNewlines(std::string_view text);
@@ -39,7 +38,18 @@ std::string decomposed(std::string_view text);
 /// Whether the two texts are canonically equivalent (Unicode, definition D70).
 bool canonicallyEqual(std::string_view left, std::string_view right);
 
-/// The code point at `position`, which must be below the length; `position` moves behind it.
+/// Whether `byte` of a text is an ASCII character.
+inline bool isAscii(char byte) {
+  return static_cast<signed char>(byte) >= 0;
+}
+
+/// The start of the code point in which `position` lies; `position` itself at the end of the text.
+inline std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
+  while (position > 0 && position < text.size() && U8_IS_TRAIL(text[position])) --position;
+  return position;
+}
+
+/// The code point at `position`, which must be below the length; `position` moves past it.
 inline char32_t nextCodePoint(std::string_view text, std::size_t& position) {
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
   UChar32 character;
@@ -49,30 +59,5 @@ inline char32_t nextCodePoint(std::string_view text, std::size_t& position) {
 
 /// Appends `character` as UTF-8.
 void appendCodePoint(std::string& text, char32_t character);
-
-/// The user-perceived characters of one text: its extended grapheme clusters (Unicode Annex 29).
-class Characters {
- public:
-  /// Of `text`, whose bytes must outlive this.
-  explicit Characters(std::string_view text);
-  ~Characters();
-  Characters(const Characters&) = delete;
-  Characters& operator=(const Characters&) = delete;
-
-  /// The start of the character in which `position` lies: `position` itself between two characters and at
-  /// either end of the text.
-  std::size_t startOf(std::size_t position);
-  /// The position `count` characters before the start `position`; 0 when fewer precede it.
-  std::size_t back(std::size_t position, std::size_t count);
-  /// The position `count` characters behind the start `position`; the text's length when fewer follow.
-  std::size_t forward(std::size_t position, std::size_t count);
-
- private:
-  struct Iterator;
-  Iterator& iterator();
-
-  std::string_view text_;
-  std::unique_ptr<Iterator> iterator_;
-};
 
 }  // namespace halvane

@@ -4,6 +4,7 @@
 
 #include "journal/journal_store.h"
 #include "search/text_search.h"
+#include "text/characters.h"
 #include "text/text.h"
 #include "tools/date_style.h"
 #include "user/user_locale.h"
@@ -16,11 +17,6 @@ constexpr std::size_t charactersAround = 80;
 // Characters are counted in 32 bits, so that of an enormous body only so much on each side of the match is
 // looked at.
 constexpr std::size_t bytesAround = std::size_t{1} << 29;
-
-std::size_t startOfCodePoint(std::string_view text, std::size_t position) {
-  while (position > 0 && position < text.size() && (text[position] & 0xC0) == 0x80) --position;
-  return position;
-}
 
 // The body's words around the match, on one line and between two ellipses.
 std::string snippet(std::string_view body, TextMatch match) {

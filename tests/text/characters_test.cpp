@@ -1,3 +1,5 @@
+#include "text/characters.h"
+
 #include <gtest/gtest.h>
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
@@ -16,7 +18,7 @@ namespace {
 
 using namespace std::string_literals;
 
-// Where the user-perceived characters of `text` begin, and its length behind them.
+// Where the user-perceived characters of `text` begin, and its length after them.
 std::vector<std::size_t> boundariesOf(const std::string& text) {
   Characters characters(text);
   std::vector<std::size_t> boundaries = {0};
@@ -88,9 +90,8 @@ TEST(Characters, AreThoseOfIcuFromWhereverTheyAreCounted) {
     }
     for (std::size_t position = 0; position < text.size(); ++position) {
       if ((text[position] & 0xC0) == 0x80) continue;  // inside a code point
-      const auto behind = std::upper_bound(boundaries.begin(), boundaries.end(), position);
-      ASSERT_EQ(characters.startOf(position), *(behind - 1))
-          << testing::PrintToString(text) << " " << position;
+      const auto next = std::upper_bound(boundaries.begin(), boundaries.end(), position);
+      ASSERT_EQ(characters.startOf(position), *(next - 1)) << testing::PrintToString(text) << " " << position;
     }
   }
 }
@@ -101,7 +102,7 @@ TEST(Characters, StartWhereTheOneStartsInWhichAPositionLies) {
   EXPECT_EQ(characters.startOf(0), 0U);
   EXPECT_EQ(characters.startOf(1), 1U);
   EXPECT_EQ(characters.startOf(2), 2U);
-  EXPECT_EQ(characters.startOf(6), 2U) << "behind the first person of the family";
+  EXPECT_EQ(characters.startOf(6), 2U) << "after the first person of the family";
   EXPECT_EQ(characters.startOf(2 + family.size() - 4), 2U) << "before the last person of the family";
   EXPECT_EQ(characters.startOf(2 + family.size()), 2 + family.size());
   EXPECT_EQ(characters.startOf(2 + family.size() + 1), 2 + family.size()) << "between CR and LF";
