@@ -15,15 +15,17 @@ namespace halvane {
 namespace {
 
 // Code points that are another one under a second name, and no case variant of it.
-constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{{0x0374, 0x02B9},
-                                                                       {0x037E, 0x003B},
-                                                                       {0x0387, 0x00B7},
-                                                                       {0x1FEF, 0x0060},
-                                                                       {0x1FFD, 0x00B4},
-                                                                       {0x2000, 0x2002},
-                                                                       {0x2001, 0x2003},
-                                                                       {0x2329, 0x3008},
-                                                                       {0x232A, 0x3009}}};
+constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{
+    {0x0374, 0x02B9},
+    {0x037E, 0x003B},
+    {0x0387, 0x00B7},
+    {0x1FEF, 0x0060},
+    {0x1FFD, 0x00B4},
+    {0x2000, 0x2002},
+    {0x2001, 0x2003},
+    {0x2329, 0x3008},
+    {0x232A, 0x3009},
+}};
 
 // The blocks in which Chinese characters have their second names.
 constexpr std::array<std::pair<char32_t, char32_t>, 2> ideographBlocks = {
@@ -126,23 +128,25 @@ struct LettersInOne {
   char32_t character;
   std::u32string_view letters;
 };
-constexpr std::array<LettersInOne, 17> lettersInOne = {{{0x00DF, U"ss"},
-                                                        {0x1E9E, U"ss"},
-                                                        {0x0149, U"\u02BCn"},
-                                                        {0x1E9A, U"a\u02BE"},
-                                                        {0xFB00, U"ff"},
-                                                        {0xFB01, U"fi"},
-                                                        {0xFB02, U"fl"},
-                                                        {0xFB03, U"ffi"},
-                                                        {0xFB04, U"ffl"},
-                                                        {0xFB05, U"st"},
-                                                        {0xFB06, U"st"},
-                                                        {0x0587, U"\u0565\u0582"},
-                                                        {0xFB13, U"\u0574\u0576"},
-                                                        {0xFB14, U"\u0574\u0565"},
-                                                        {0xFB15, U"\u0574\u056B"},
-                                                        {0xFB16, U"\u057E\u0576"},
-                                                        {0xFB17, U"\u0574\u056D"}}};
+constexpr std::array<LettersInOne, 17> lettersInOne = {{
+    {0x00DF, U"ss"},
+    {0x1E9E, U"ss"},
+    {0x0149, U"\u02BCn"},
+    {0x1E9A, U"a\u02BE"},
+    {0xFB00, U"ff"},
+    {0xFB01, U"fi"},
+    {0xFB02, U"fl"},
+    {0xFB03, U"ffi"},
+    {0xFB04, U"ffl"},
+    {0xFB05, U"st"},
+    {0xFB06, U"st"},
+    {0x0587, U"\u0565\u0582"},
+    {0xFB13, U"\u0574\u0576"},
+    {0xFB14, U"\u0574\u0565"},
+    {0xFB15, U"\u0574\u056B"},
+    {0xFB16, U"\u057E\u0576"},
+    {0xFB17, U"\u0574\u056D"},
+}};
 
 bool isMark(char32_t unit) {
   return foldingOf(unit).combiningClasses[0] != 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+// Every way in which a letter of a query may be written.
+
 #include <string_view>
 #include <vector>
 
@@ -11,12 +13,12 @@ struct LetterForms {
   std::vector<char32_t> last;   ///< what it may end with
 };
 
-/// The forms of `letter`, a folded starter with the marks behind it (see foldingOf), such as k: k, K and the
+/// The forms of `letter`, a folded starter with the marks after it (see foldingOf), such as k: k, K and the
 /// Kelvin sign. Empty when they are not known for certain. They are all that there are where neither
 /// neighbour in the query may share a code point with it.
 LetterForms formsOf(std::u32string_view letter);
 
-/// Whether there is a code point that folds to `left` with `right` right behind it, so that one character of
+/// Whether there is a code point that folds to `left` with `right` right after it, so that one character of
 /// the body may stand for both: ß for ss, ﬁ for fi.
 bool mayShareCodePoint(char32_t left, char32_t right);
 

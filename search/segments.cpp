@@ -31,29 +31,30 @@ std::string smallTurkicI(std::string_view text) {
 }  // namespace
 
 const std::vector<SegmentFolder::Unit>* SegmentFolder::fold(std::string_view text, std::size_t& position,
-                                                            std::size_t most) {
+                                                            std::size_t maxUnits) {
   const bool turkic = letterI_ == LetterI::dottedAndDotless;
-  const std::size_t enough = turkic && most < SIZE_MAX ? most + 1 : most;  // the dot of an İ goes away again
+  // One more for the dot of an İ, which goes away again.
+  const std::size_t maxKept = turkic && maxUnits < SIZE_MAX ? maxUnits + 1 : maxUnits;
   const std::size_t begin = position;
   units_.clear();
   append(text, position);
   while (position < text.size()) {
     std::size_t next = position;
     if (!foldingOf(nextCodePoint(text, next)).continues) break;
-    if (units_.size() > enough) {
+    if (units_.size() > maxKept) {
       position = next;
     } else {
       append(text, position);
     }
   }
-  if (units_.size() > enough) return nullptr;
+  if (units_.size() > maxKept) return nullptr;
   const std::string_view segment = text.substr(begin, position - begin);
   if (turkic && holdsCapitalI(segment)) {
     units_.clear();
     const std::string small = smallTurkicI(segment);
     for (std::size_t at = 0; at < small.size();) append(small, at);
   }
-  if (units_.size() > most) return nullptr;
+  if (units_.size() > maxUnits) return nullptr;
   orderMarks();
   return &units_;
 }

@@ -1,11 +1,14 @@
 #pragma once
 
+// The pieces of a text that can't be parted, and what each of them folds to.
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "search/folding.h"
+#include "text/text.h"
 
 namespace halvane {
 
@@ -16,7 +19,7 @@ enum class LetterI { oneLetter, dottedAndDotless };
 inline constexpr Folding dotlessI{{U'ı'}, {}, 1, false};
 inline constexpr Folding dottedI{{U'i'}, {}, 1, false};
 
-/// What `character` folds to when it is a whole segment, without marks behind it; valid for the life of the
+/// What `character` folds to when it is a whole segment, without marks after it; valid for the life of the
 /// program.
 inline const Folding& foldingAlone(char32_t character, LetterI letterI) {
   if (letterI == LetterI::dottedAndDotless && character == U'I') return dotlessI;
@@ -24,8 +27,18 @@ inline const Folding& foldingAlone(char32_t character, LetterI letterI) {
   return foldingOf(character);
 }
 
-/// Folds a text segment by segment. A segment is a code point with those behind it that can't be parted from
-/// it (Folding::continues): marks are put into their order only within one.
+/// Whether a segment of `text` starts at `position`, the start of a code point, or the text ends there. A
+/// segment is a code point with those after it that can't be parted from it (Folding::continues).
+inline bool startsSegment(std::string_view text, std::size_t position) {
+  return position == 0 || position == text.size() || !foldingOf(nextCodePoint(text, position)).continues;
+}
+
+/// Whether the byte at `position` is an ASCII character and, for all that the next byte tells, a segment.
+inline bool isAsciiSegment(std::string_view text, std::size_t position) {
+  return isAscii(text[position]) && (position + 1 == text.size() || isAscii(text[position + 1]));
+}
+
+/// Folds a text segment by segment: marks are put into their order only within one.
 class SegmentFolder {
  public:
   struct Unit {
@@ -35,10 +48,10 @@ class SegmentFolder {
 
   explicit SegmentFolder(LetterI letterI) : letterI_(letterI) {}
 
-  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves behind it. A segment of more
-  /// than `most` units comes out as null, however long it is without taking more memory than these. The units
-  /// are valid until the next call.
-  const std::vector<Unit>* fold(std::string_view text, std::size_t& position, std::size_t most);
+  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves past it. A segment of more
+  /// than `maxUnits` units comes out as null, however long it is without taking more memory than these. The
+  /// units are valid until the next call.
+  const std::vector<Unit>* fold(std::string_view text, std::size_t& position, std::size_t maxUnits);
 
  private:
   void append(std::string_view text, std::size_t& position);

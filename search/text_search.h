@@ -1,19 +1,19 @@
 #pragma once
 
-#include <cstddef>
+// The search for a text in others: the way into this room. docs/search.md tells how it works.
+//
+// ICU has a search of its own, StringSearch. It compares collation keys, so that what counts as equal is a
+// matter of a language's sorting order and not of case folding; it takes UTF-16, and so a copy of every body;
+// and it has no filter that would rule out most of a journal at the speed of memory.
+
 #include <memory>
 #include <optional>
 #include <string_view>
 
 #include "search/segments.h"
+#include "search/text_match.h"
 
 namespace halvane {
-
-/// Where a match stands in the body: bytes [begin, end) of it.
-struct TextMatch {
-  std::size_t begin;
-  std::size_t end;
-};
 
 /// One query, made ready to be found in many bodies without regard to letter case: by full case folding and
 /// canonical equivalence (Unicode, definition D145), so that straße is found in STRASSE and é composed in é

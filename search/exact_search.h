@@ -1,0 +1,31 @@
+#pragma once
+
+// The search that looks at every unit of a body: always right, and in linear time.
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "search/folded_query.h"
+#include "search/text_match.h"
+
+namespace halvane {
+
+/// Looks for one query by the algorithm of Knuth, Morris and Pratt. The units of the body are folded as they
+/// come.
+class ExactSearch {
+ public:
+  /// For `query`, which is given again to each find.
+  explicit ExactSearch(const FoldedQuery& query);
+
+  /// The first match in `body`, UTF-8, that begins at or after `from`, which must be the start of a segment;
+  /// nothing when there is none.
+  std::optional<TextMatch> find(const FoldedQuery& query, std::string_view body, std::size_t from) const;
+
+ private:
+  std::vector<std::size_t>
+      failure_;  // for each number of units matched, how many still are when the next differs
+};
+
+}  // namespace halvane

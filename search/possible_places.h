@@ -1,0 +1,34 @@
+#pragma once
+
+// The places in a body that a filter leaves.
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "search/search_filter.h"
+
+namespace halvane {
+
+/// The places in one body where a match of one query is possible, one after the other. Nearly every place of
+/// nearly every body is ruled out by two of its bytes, many places at once, at the speed of memory; only what
+/// is left needs a comparison.
+class PossiblePlaces {
+ public:
+  /// By `filter`, in `body`; both must outlive this.
+  PossiblePlaces(const SearchFilter& filter, std::string_view body) : filter_(filter), body_(body) {}
+
+  /// The next possible place: the seam lies right after the byte there. std::string_view::npos when there are
+  /// no more.
+  std::size_t next();
+
+ private:
+  std::size_t nextByByte();
+
+  const SearchFilter& filter_;
+  std::string_view body_;
+  std::size_t at_ = 0;       // where the step begins that is being looked at
+  std::uint64_t found_ = 0;  // the places in it that were not yet handed out, as bits
+};
+
+}  // namespace halvane
