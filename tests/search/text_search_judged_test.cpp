@@ -51,9 +51,9 @@ class Chance {
   std::size_t below(std::size_t count) { return generator_() % count; }
 
   // Characters of one alphabet, now and then one of another.
-  std::string text(std::u32string_view alphabet, std::size_t most) {
+  std::string text(std::u32string_view alphabet, std::size_t longest) {
     std::string made;
-    for (std::size_t length = 1 + below(most); length > 0; --length) {
+    for (std::size_t length = 1 + below(longest); length > 0; --length) {
       const std::u32string_view from = below(12) == 0 ? alphabets[below(alphabets.size())] : alphabet;
       appendCodePoint(made, from[below(from.size())]);
     }
@@ -175,7 +175,7 @@ TEST(TextSearchOfEveryCodePoint, FindsItInItself) {
 }
 
 TEST(TextSearchOfEveryCodePoint, FindsItInItselfInTurkish) {
-  expectEachInItself(0x1FFFF, LetterI::dottedAndDotless);  // no letter stands behind these
+  expectEachInItself(0x1FFFF, LetterI::dottedAndDotless);  // no letter comes after these
 }
 
 TEST(TextSearchOfEveryCodePoint, FindsItInItsCaseFoldedPartnerAndThePartnerInIt) {
