@@ -2,6 +2,7 @@
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/src.hpp>
 #include <boost/system/error_code.hpp>
+#include <cstdint>
 #include <unordered_set>
 
 #include "server/json.h"

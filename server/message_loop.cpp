@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
 #include <new>
 #include <optional>
 #include <string>

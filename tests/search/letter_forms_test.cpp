@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "search/folding.h"

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <boost/json.hpp>
+#include <cstdint>
 #include <functional>
 #include <limits>
 

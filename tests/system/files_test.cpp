@@ -6,6 +6,7 @@
 
 #include <array>
 #include <climits>
+#include <cstdint>
 #include <new>
 #include <string>
 #include <string_view>

@@ -5,6 +5,7 @@
 #include <unicode/utext.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,7 +40,7 @@ std::string binary(std::string_view xml) {
   std::uint32_t size = 0;
   plist_to_bin(list, &bytes, &size);
   const std::string result(bytes, size);
-  plist_to_bin_free(bytes);
+  std::free(bytes);  // as the library's own functions for it do, which differ from version to version
   plist_free(list);
   return result;
 }

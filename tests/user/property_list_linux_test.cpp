@@ -4,6 +4,7 @@
 #include <plist/plist.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <ctime>
 #include <functional>
 #include <limits>

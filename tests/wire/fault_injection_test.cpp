@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <boost/json.hpp>
+#include <cstdint>
 #include <fstream>
 #include <map>
 #include <set>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/json.hpp>
 #include <boost/json/basic_parser_impl.hpp>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 #include <vector>

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 #include "tests/support/entry_file.h"
