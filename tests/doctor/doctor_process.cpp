@@ -58,8 +58,15 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   _exit(127);
 }
 
-int openProgram() {
-  const int program = open(HALVANE_DOCTOR, O_RDONLY | O_CLOEXEC);
+// Into the released program no library can be loaded before its own; it has a twin for that.
+const char* programFor(const Call& call) {
+  for (const std::string& variable : call.variables)
+    if (variable.starts_with("LD_PRELOAD=")) return HALVANE_DOCTOR_PRELOADABLE;
+  return HALVANE_DOCTOR;
+}
+
+int openProgram(const Call& call) {
+  const int program = open(programFor(call), O_RDONLY | O_CLOEXEC);
   if (program < 0) throw std::runtime_error("can't open the doctor");
   return program;
 }
@@ -75,7 +82,7 @@ int waitFor(pid_t process) {
 Answer callDoctor(const Call& call) {
   const File output = temporaryFile();
   const File errors = temporaryFile();
-  const int program = openProgram();
+  const int program = openProgram(call);
   const pid_t process = fork();
   if (process < 0) throw std::runtime_error("no process");
   if (process == 0) {
@@ -89,7 +96,7 @@ Answer callDoctor(const Call& call) {
 }
 
 Answer callDoctorAtTerminal(const Call& call) {
-  const int program = openProgram();
+  const int program = openProgram(call);
   int terminal = -1;
   const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
   if (process < 0) throw std::runtime_error("no terminal");

@@ -41,6 +41,13 @@ std::vector<std::string> environmentOf(const Surroundings& surroundings) {
   return variables;
 }
 
+// Into the released program no library can be loaded before its own; it has a twin for that.
+const char* programFor(const Surroundings& surroundings) {
+  for (const std::string& variable : surroundings.variables)
+    if (variable.starts_with("LD_PRELOAD=")) return HALVANE_MCP_PRELOADABLE;
+  return HALVANE_MCP;
+}
+
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
   for (std::string& text : texts) pointers.push_back(text.data());
@@ -88,7 +95,7 @@ std::ostream& operator<<(std::ostream& out, const Ending& ending) {
 
 ServerProcess::ServerProcess(const Surroundings& surroundings) : errors_(std::tmpfile(), &std::fclose) {
   std::signal(SIGPIPE, SIG_IGN);  // a server that is gone must not end the test
-  const int program = open(HALVANE_MCP, O_RDONLY | O_CLOEXEC);
+  const int program = open(programFor(surroundings), O_RDONLY | O_CLOEXEC);
   if (program < 0 || !errors_) throw std::runtime_error("can't open the server");
   const Pipe in = makePipe();
   const Pipe out = makePipe();

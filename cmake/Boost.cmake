@@ -1,0 +1,12 @@
+# Sets Boost_INCLUDE_DIRS. Of Boost, JSON alone is used, and of that the headers.
+find_path(HALVANE_BOOST_HEADERS boost/json.hpp)
+set(boost_version 0)
+if(HALVANE_BOOST_HEADERS)
+  file(STRINGS ${HALVANE_BOOST_HEADERS}/boost/version.hpp boost_version REGEX "#define BOOST_VERSION ")
+  string(REGEX MATCH "[0-9]+$" boost_version "${boost_version}")
+endif()
+if(boost_version LESS 108100)
+  unset(HALVANE_BOOST_HEADERS CACHE)
+  halvane_missing("Boost 1.81 or later" "libboost-dev (on Debian 12: libboost1.81-dev)" boost-devel boost boost-dev boost)
+endif()
+set(Boost_INCLUDE_DIRS ${HALVANE_BOOST_HEADERS})

@@ -1,0 +1,25 @@
+# halvane_missing(what apt dnf pacman apk brew): stops, and says by which name this system's package manager has what is
+# missing. A name "-" stands for: it has none.
+function(halvane_missing what)
+  set(commands "apt-get install" "dnf install" "pacman -S" "apk add" "brew install")
+  foreach(name command IN ZIP_LISTS ARGN commands)
+    string(REGEX MATCH "^[a-z-]+" manager "${command}")
+    find_program(HALVANE_MANAGER_${manager} ${manager})
+    if(HALVANE_MANAGER_${manager})
+      if(name STREQUAL "-")
+        message(FATAL_ERROR "${what} is missing, and ${manager} doesn't have it.")
+      endif()
+      message(FATAL_ERROR "${what} is missing here. This installs it:\n  ${command} ${name}")
+    endif()
+  endforeach()
+  message(FATAL_ERROR "${what} is missing here.")
+endfunction()
+
+# halvane_find_static(variable library apt apk): the static library, or the end with its package's name.
+function(halvane_find_static variable library apt apk)
+  find_library(${variable} ${library})
+  if(NOT ${variable})
+    message(NOTICE "HALVANE_STATIC takes static libraries. Without it (-DHALVANE_STATIC=OFF), shared ones will do.")
+    halvane_missing("${library}" ${apt} - - ${apk} -)
+  endif()
+endfunction()
