@@ -38,7 +38,7 @@ TEST(Sandbox, IsEnteredBeforeAnythingOfTheUserIsRead) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
   const std::vector<std::string> calls = callsOfDoctor(home);
-  const auto filter = firstWith(calls, "SECCOMP_SET_MODE_FILTER");
+  const auto filter = firstWith(calls, "PR_SET_SECCOMP");
   const auto reading = firstWith(calls, home.below(".config"));
   ASSERT_NE(filter, calls.end());
   ASSERT_NE(reading, calls.end());

@@ -1,22 +1,17 @@
 #include <gtest/gtest.h>
-#include <seccomp.h>
-#include <sys/prctl.h>
-#include <sys/syscall.h>
 
-#include <cerrno>
 #include <fstream>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
-#include <sstream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/lesser_kernel.h"
 #include "tests/support/sanitizers.h"
+#include "tests/support/security_page.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
@@ -59,14 +54,9 @@ TEST(SandboxOfTheServer, LeavesEverySignalAsItWasButTheOneOfAClosedPipe) {
 
 // As an old kernel answers, or a container that allows neither
 void refuseSandboxes() {
-  using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
-  const Filter filter(seccomp_init(SCMP_ACT_ALLOW), &seccomp_release);
-  for (const int call :
-       {SCMP_SYS(landlock_create_ruleset), SCMP_SYS(landlock_restrict_self), SCMP_SYS(seccomp)})
-    seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), call, 0);
-  const scmp_arg_cmp seccomp{0, SCMP_CMP_EQ, PR_SET_SECCOMP, 0};
-  seccomp_rule_add_array(filter.get(), SCMP_ACT_ERRNO(EINVAL), SCMP_SYS(prctl), 1, &seccomp);
-  if (seccomp_load(filter.get()) != 0) throw std::runtime_error("the filter is refused");
+  std::vector<RefusedCall> calls = callsOfLandlock();
+  for (const RefusedCall& call : callsOfFilters()) calls.push_back(call);
+  refuseCalls(calls);
 }
 
 TEST(SandboxOfTheServer, IsDoneWithoutInSilenceWhereTheKernelHasNone) {
@@ -75,20 +65,6 @@ TEST(SandboxOfTheServer, IsDoneWithoutInSilenceWhereTheKernelHasNone) {
   ServerProcess server({.home = home.path(), .before = refuseSandboxes});
   EXPECT_NE(askTool(server, "search_entries", R"({"query":"harbour"})").find("Walked"), std::string::npos);
   EXPECT_EQ(server.finish(), quietEnding);
-}
-
-// The words in the code block that follows the line `heading` of docs/security.md.
-Texts documented(const std::string& heading) {
-  std::ifstream page(HALVANE_SOURCE_FOLDER "/docs/security.md");
-  Texts words;
-  bool inSection = false;
-  for (std::string line; std::getline(page, line);) {
-    if (line.starts_with("#")) inSection = line == heading;
-    if (!inSection || !line.starts_with("    ")) continue;
-    std::istringstream rest(line);
-    for (std::string word; rest >> word;) words.insert(word);
-  }
-  return words;
 }
 
 // One system call as the tracer shows it: name(arguments) = result.
@@ -184,7 +160,7 @@ class TracedServer : public testing::Test {
 };
 
 TEST_F(TracedServer, CallsNothingButWhatReadingAndAnsweringTakes) {
-  const Texts allowed = documented("### System calls");
+  const std::map<std::string, std::string> allowed = documentedCalls();
   ASSERT_FALSE(allowed.empty());
   Texts others;
   for (const Call& call : calls_)
@@ -193,7 +169,7 @@ TEST_F(TracedServer, CallsNothingButWhatReadingAndAnsweringTakes) {
 }
 
 TEST_F(TracedServer, OpensOnlyWhatIsDocumentedAndOnlyToRead) {
-  const Texts allowed = replaced(replaced(documented("### Files"), "~", home_.path()), "JOURNAL",
+  const Texts allowed = replaced(replaced(documentedWords("### Files"), "~", home_.path()), "JOURNAL",
                                  home_.path() + "/Documents/Halvane");
   ASSERT_FALSE(allowed.empty());
   Texts opened;

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <termios.h>
+
+#include <asm/ioctls.h>
+#include <array>
+#include <cstdint>
+
+// The list of what the programs may ask of the kernel once they are in the sandbox. docs/security.md has the
+// same list, and a test holds the two together.
+
+namespace halvane::sandbox {
+
+/// Lets a system call through: whatever its arguments are where `mask` is 0, else only where the bits of one
+/// argument that `mask` names are those of `value`. These are the lower 32 bits of the argument, all that the
+/// kernel looks at in those that are named below. A call with several rows is let through by any of them.
+struct AllowedCall {
+  std::uint32_t number;
+  unsigned argument = 0;  ///< counted from 0
+  std::uint32_t mask = 0;
+  std::uint32_t value = 0;
+};
+
+/// `call` with no other flags in `argument` than `flags`.
+constexpr AllowedCall withFlags(std::uint32_t call, unsigned argument, std::uint32_t flags) {
+  return {call, argument, ~flags};
+}
+
+/// `call` where `argument` is `command`.
+constexpr AllowedCall withCommand(std::uint32_t call, unsigned argument, std::uint32_t command) {
+  return {call, argument, ~0U, command};
+}
+
+constexpr std::array allowedCalls = {
+    // Reading files and folders
+    withFlags(SYS_openat, 2,
+              O_RDONLY | O_CLOEXEC | O_DIRECTORY | O_LARGEFILE | O_NOCTTY | O_NOFOLLOW | O_NONBLOCK),
+    AllowedCall{SYS_close},
+    AllowedCall{SYS_read},
+    AllowedCall{SYS_preadv2},
+    AllowedCall{SYS_fadvise64},
+    AllowedCall{SYS_lseek},
+    AllowedCall{SYS_getdents64},
+    AllowedCall{SYS_fstat},
+    AllowedCall{SYS_newfstatat},
+#ifdef SYS_readlink
+    AllowedCall{SYS_readlink},
+#endif
+    AllowedCall{SYS_readlinkat},
+    AllowedCall{SYS_getcwd},
+    AllowedCall{SYS_getuid},
+    // The two streams
+    AllowedCall{SYS_write},
+    AllowedCall{SYS_writev},
+#ifdef SYS_poll
+    AllowedCall{SYS_poll},
+#endif
+    AllowedCall{SYS_ppoll},
+    AllowedCall{SYS_restart_syscall},
+    withCommand(SYS_ioctl, 1, TCGETS),
+    // Memory, none of it to be run
+    AllowedCall{SYS_brk},
+    withFlags(SYS_mmap, 2, PROT_READ | PROT_WRITE),
+    withFlags(SYS_mprotect, 2, PROT_READ | PROT_WRITE),
+    AllowedCall{SYS_mremap},
+    AllowedCall{SYS_munmap},
+    withCommand(SYS_madvise, 2, MADV_DONTNEED),
+    // The process itself
+    AllowedCall{SYS_clock_gettime},
+    AllowedCall{SYS_gettimeofday},
+    AllowedCall{SYS_getrandom},
+    AllowedCall{SYS_futex},
+    AllowedCall{SYS_rt_sigaction},
+    AllowedCall{SYS_rt_sigprocmask},
+    AllowedCall{SYS_rt_sigreturn},
+    AllowedCall{SYS_exit_group},
+};
+
+/// Calls that are said not to exist: they hide their arguments from a filter, and the C library takes another
+/// way where a kernel doesn't have them.
+constexpr std::array<std::uint32_t, 2> hiddenCalls = {SYS_openat2, SYS_clone3};
+
+}  // namespace halvane::sandbox

@@ -1,0 +1,117 @@
+#include "system/call_filter_linux.h"
+
+#include <linux/audit.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "system/allowed_calls_linux.h"
+
+namespace halvane::sandbox {
+namespace {
+
+#if defined(__x86_64__)
+constexpr std::uint32_t thisProcessor = AUDIT_ARCH_X86_64;
+#elif defined(__aarch64__)
+constexpr std::uint32_t thisProcessor = AUDIT_ARCH_AARCH64;
+#else
+#error "The list of allowed calls has been looked through for x86-64 and arm64. Look through it for this one."
+#endif
+static_assert(std::endian::native == std::endian::little, "the lower half of an argument comes first");
+
+using Calls = std::span<const AllowedCall>;
+
+constexpr auto inOrderOfNumber(auto calls) {
+  std::ranges::sort(calls, {}, &AllowedCall::number);
+  return calls;
+}
+
+// The program that the kernel runs on a call's number and arguments. Its jumps lead forwards alone, so it is
+// written from its end to its beginning: every goal is there before the jump to it.
+class Program {
+ public:
+  constexpr explicit Program(Calls calls) {
+    const std::size_t doesNotExist = answer(SECCOMP_RET_ERRNO | ENOSYS);
+    refuse_ = answer(SECCOMP_RET_ERRNO | EPERM);
+    allow_ = answer(SECCOMP_RET_ALLOW);
+    find(calls);
+    for (const std::uint32_t call : hiddenCalls) jump(BPF_JEQ, call, doesNotExist, begin_);
+    load(offsetof(seccomp_data, nr));
+    jump(BPF_JEQ, thisProcessor, begin_, refuse_);
+    load(offsetof(seccomp_data, arch));
+  }
+
+  std::span<const sock_filter> code() const { return std::span(code_).subspan(begin_); }
+
+ private:
+  // Goes to what is to be done about the loaded number. The kernel runs the program once for every number
+  // there is when it takes it, to learn which calls need no look from then on. That is most of what taking it
+  // costs, and the reason to halve the list and not to walk it.
+  constexpr std::size_t find(Calls calls) {
+    const std::uint32_t number = calls[calls.size() / 2].number;
+    const auto same = std::ranges::lower_bound(calls, number, {}, &AllowedCall::number);
+    const auto above = std::ranges::upper_bound(calls, number, {}, &AllowedCall::number);
+    if (same == calls.begin() && above == calls.end())
+      return jump(BPF_JEQ, number, lookAtArguments(calls), refuse_);
+    const auto middle = same == calls.begin() ? above : same;
+    const std::size_t upperHalf = find({middle, calls.end()});
+    const std::size_t lowerHalf = find({calls.begin(), middle});
+    return jump(BPF_JGE, middle->number, upperHalf, lowerHalf);
+  }
+
+  // Goes to where one of the rows of a call fits.
+  constexpr std::size_t lookAtArguments(Calls rows) {
+    std::size_t otherwise = refuse_;
+    for (const AllowedCall& row : rows) {
+      if (row.mask == 0) return allow_;
+      jump(BPF_JEQ, row.value, allow_, otherwise);
+      put({BPF_ALU | BPF_AND | BPF_K, 0, 0, row.mask});
+      otherwise = load(offsetof(seccomp_data, args) + row.argument * sizeof(std::uint64_t));
+    }
+    return otherwise;
+  }
+
+  // These return where the instruction stands.
+  constexpr std::size_t load(std::size_t offset) {
+    return put({BPF_LD | BPF_W | BPF_ABS, 0, 0, static_cast<std::uint32_t>(offset)});
+  }
+  constexpr std::size_t jump(unsigned comparison, std::uint32_t value, std::size_t ifTrue,
+                             std::size_t ifFalse) {
+    return put({static_cast<std::uint16_t>(BPF_JMP | BPF_K | comparison), distanceTo(ifTrue),
+                distanceTo(ifFalse), value});
+  }
+  constexpr std::size_t answer(std::uint32_t value) { return put({BPF_RET | BPF_K, 0, 0, value}); }
+  constexpr std::size_t put(const sock_filter& instruction) {
+    code_.at(--begin_) = instruction;
+    return begin_;
+  }
+  constexpr std::uint8_t distanceTo(std::size_t goal) const {
+    return static_cast<std::uint8_t>(goal - begin_);
+  }
+
+  std::array<sock_filter, 256> code_{};  // as far as a jump reaches
+  std::size_t begin_ = code_.size();
+  std::size_t refuse_ = 0;
+  std::size_t allow_ = 0;
+};
+
+constexpr Program program(inOrderOfNumber(allowedCalls));
+
+}  // namespace
+
+bool refuseAllButAllowedCalls() {
+  const std::span<const sock_filter> code = program.code();
+  // The kernel only reads it.
+  const sock_fprog filter{static_cast<unsigned short>(code.size()), const_cast<sock_filter*>(code.data())};
+  return prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter, 0, 0) == 0;
+}
+
+}  // namespace halvane::sandbox
