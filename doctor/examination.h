@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -46,6 +47,7 @@ struct Examination {
   std::size_t files = 0;  ///< that are named like entries
   std::size_t entries = 0;
   std::vector<LeftOut> leftOut;
+  std::string_view notRefused;              ///< what sandbox::enterReadOnly() returned
   std::map<std::string, std::size_t> tags;  ///< each with the number of entries that carry it
 };
 

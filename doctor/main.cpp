@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <new>
+#include <string_view>
 
 #include "doctor/examination.h"
 #include "doctor/progress.h"
@@ -17,8 +18,10 @@ halvane::Examination examine() {
   return halvane::examineJournal(progress);
 }
 
-int reportToTerminal() {
-  const halvane::Report report = halvane::reportOn(examine(), isatty(STDOUT_FILENO) == 1);
+int reportToTerminal(std::string_view notRefused) {
+  halvane::Examination examination = examine();
+  examination.notRefused = notRefused;
+  const halvane::Report report = halvane::reportOn(examination, isatty(STDOUT_FILENO) == 1);
   const bool isWritten = halvane::writeWhole(STDOUT_FILENO, report.text) == report.text.size();
   return report.isWell && isWritten ? allIsWell : wantsAttention;
 }
@@ -26,13 +29,13 @@ int reportToTerminal() {
 }  // namespace
 
 int main(int argumentCount, char** /*arguments*/) {
-  halvane::sandbox::enterReadOnly();
+  const std::string_view notRefused = halvane::sandbox::enterReadOnly();
   if (argumentCount > 1) {
     halvane::writeWhole(STDERR_FILENO, "usage: halvane_doctor (it takes no arguments)\n");
     return wrongUsage;
   }
   try {
-    return reportToTerminal();
+    return reportToTerminal(notRefused);
   } catch (const std::bad_alloc&) {
     halvane::writeWhole(STDERR_FILENO, "halvane_doctor: there is not enough memory.\n");
     return wantsAttention;

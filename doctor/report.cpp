@@ -177,6 +177,12 @@ void describeTags(const Examination& examination, Page& page) {
   }
 }
 
+void describeSandbox(const Examination& examination, Page& page) {
+  if (examination.notRefused.empty()) return;
+  page.heading("What the system does not keep this program and the server from");
+  page.line(examination.notRefused);
+}
+
 }  // namespace
 
 Report reportOn(const Examination& examination, bool colour) {
@@ -185,6 +191,7 @@ Report reportOn(const Examination& examination, bool colour) {
   describeContent(examination, page);
   describeDates(page);
   describeTags(examination, page);
+  describeSandbox(examination, page);
   return page.finished();
 }
 

@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
+#include "tests/support/lesser_kernel.h"
 #include "tests/support/temporary_home.h"
 
 namespace halvane {
@@ -43,6 +45,25 @@ TEST(Sandbox, IsEnteredBeforeAnythingOfTheUserIsRead) {
   ASSERT_NE(filter, calls.end());
   ASSERT_NE(reading, calls.end());
   EXPECT_LT(filter, reading);
+}
+
+TEST(Sandbox, IsMentionedWhereTheKernelLacksPartOfIt) {
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{}.text());
+  const std::string heading = "What the system does not keep this program and the server from\n  This Linux ";
+  const auto answerWithout = [&](const std::vector<RefusedCall>& calls) {
+    return callDoctor({.home = home.path(), .before = [&] { refuseCalls(calls); }});
+  };
+  EXPECT_TRUE(answerWithout(callsOfLandlock()).says(heading + "lets it have no Landlock"));
+  EXPECT_TRUE(answerWithout(callsOfFilters()).says(heading)) << "whatever Landlock it has";
+  EXPECT_EQ(answerWithout(callsOfLandlock()).status, 0) << "nothing is wrong with the journal";
+}
+
+TEST(Sandbox, IsNotMentionedWhereItIsWhole) {
+  if (versionOfLandlock() == 0) GTEST_SKIP() << "this kernel has no Landlock";
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{}.text());
+  EXPECT_FALSE(callDoctor({.home = home.path()}).says("What the system does not keep"));
 }
 
 }  // namespace

@@ -19,6 +19,9 @@ struct RefusedCall {
 /// the kernel takes no filter.
 void refuseCalls(const std::vector<RefusedCall>& calls);
 
+/// The version of this kernel's Landlock; 0 where it has none.
+long versionOfLandlock();
+
 /// What to refuse for a kernel without Landlock, as one from before 2021.
 std::vector<RefusedCall> callsOfLandlock();
 

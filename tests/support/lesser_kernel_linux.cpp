@@ -1,10 +1,13 @@
 #include "tests/support/lesser_kernel.h"
 
 #include <linux/filter.h>
+#include <linux/landlock.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <stdexcept>
@@ -37,6 +40,11 @@ void refuseCalls(const std::vector<RefusedCall>& calls) {
   if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
       prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter, 0, 0) != 0)
     throw std::runtime_error("the filter is refused");
+}
+
+long versionOfLandlock() {
+  const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+  return std::max(version, 0L);
 }
 
 std::vector<RefusedCall> callsOfLandlock() {
