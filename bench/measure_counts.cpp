@@ -8,6 +8,7 @@
 #include "bench/journal_cache.h"
 #include "bench/measures.h"
 #include "bench/plans.h"
+#include "bench/programs.h"
 
 namespace halvane {
 namespace {
@@ -37,10 +38,11 @@ double systemCalls(const Settings& settings, const Journal& journal, const std::
 }
 
 // Of valgrind's tools the one that writes nothing but its log, which is open from the start: the server gives
-// up opening files for writing, and valgrind is in the same process.
+// up opening files for writing, by Landlock where it gets no filter, and valgrind is in the same process.
 double userInstructions(const Settings& settings, const Journal& journal, const std::string& line,
                         int times) {
-  askUnder({"valgrind", "--tool=lackey", "--basic-counts=yes", "--log-file=" + scratchFile(settings)},
+  askUnder({programs::unfiltered, "valgrind", "--tool=lackey", "--basic-counts=yes",
+            "--log-file=" + scratchFile(settings)},
            settings, journal, line, times);
   std::ifstream log(scratchFile(settings));
   constexpr std::string_view label = "guest instrs: ";
