@@ -6,14 +6,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <ctime>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "bench/rounds.h"
 #include "tests/figures/figure.h"
+#include "tests/figures/plain_reading.h"
 #include "tests/support/child_process.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/written_file.h"
 
-// What giving up everything but reading adds to the start.
+// What giving up everything but reading adds to the start, and to reading.
 
 namespace halvane {
 namespace {
@@ -45,7 +50,28 @@ double secondsToSayHello() {
 
 TEST(SandboxFigures, ItCostsAFractionOfTheLeastThatAProgramCosts) {
   const std::vector<Times> times = takeTurns({secondsToEnter, secondsToSayHello}, 100);
-  expectAtMost("entering the sandbox", medianRatio(times[0], times[1]), "x the start of hello world", 0.2);
+  expectAtMost("entering the sandbox", medianRatio(times[0], times[1]), "x the start of hello world", 0.1);
+}
+
+// Of the processor's time, in a process of its own
+double secondsToRead(const std::string& folder, bool inSandbox) {
+  return std::stod(inChildProcess([&] {
+    if (inSandbox) sandbox::enterReadOnly();
+    const std::clock_t begin = std::clock();
+    readFilesIn(folder);
+    return std::to_string(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
+  }));
+}
+
+TEST(SandboxFigures, ReadingCostsHardlyMoreInIt) {
+  const TemporaryFolder folder;
+  for (int i = 0; i < 10'000; ++i)
+    writeFile(folder.below(std::to_string(i) + ".md"), "Walked to the harbour.\n");
+  const std::vector<Times> times = takeTurns({[&] { return secondsToRead(folder.path(), true); },
+                                              [&] { return secondsToRead(folder.path(), false); }},
+                                             60);
+  expectAtMost("reading 10,000 files in the sandbox", medianRatio(times[0], times[1]),
+               "x reading them outside", 1.08);
 }
 
 }  // namespace
