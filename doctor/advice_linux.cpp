@@ -4,7 +4,8 @@ namespace halvane {
 
 std::string advice(const std::error_code& error) {
   if (error != std::errc::permission_denied && error != std::errc::operation_not_permitted) return {};
-  return "You may not read it, or not enter a folder on the way to it: ls -ld shows who may.";
+  return "You have no permission to read this folder or to enter a folder above it. "
+         "ls -ld shows the permissions.";
 }
 
 }  // namespace halvane

@@ -37,7 +37,7 @@ int main(int argumentCount, char** /*arguments*/) {
   try {
     return reportToTerminal(notRefused);
   } catch (const std::bad_alloc&) {
-    halvane::writeWhole(STDERR_FILENO, "halvane_doctor: there is not enough memory.\n");
+    halvane::writeWhole(STDERR_FILENO, "halvane_doctor: not enough memory\n");
     return wantsAttention;
   }
 }

@@ -38,7 +38,9 @@ class Page {
     if (attentions_ == 0) {
       text_.append("All is well.\n");
     } else {
-      text_.append("Wanting attention, marked with \"!\": ").append(std::to_string(attentions_)).append("\n");
+      text_.append("Lines that need attention, marked with \"!\": ")
+          .append(std::to_string(attentions_))
+          .append("\n");
     }
     return {std::move(text_), attentions_ == 0};
   }
@@ -76,13 +78,13 @@ void describe(const SettingsWithoutRoot& settings, Page& page) {
   const std::string place = shown(settings.file.value_or("The preferences of " + settings.suite));
   switch (settings.cause) {
     case SettingsWithoutRoot::Cause::absent:
-      return page.line(place + " is not there.");
+      return page.line(place + ": not found.");
     case SettingsWithoutRoot::Cause::nameNone:
-      return page.line(place + " has no text under the key journalRoot.");
+      return page.line(place + ": there is no text under the key journalRoot.");
     case SettingsWithoutRoot::Cause::unreadable:
-      return page.attention(place + " can't be read: " + settings.error.message());
+      return page.attention(place + ": can't be read: " + settings.error.message());
     case SettingsWithoutRoot::Cause::damaged:
-      return page.attention(place + " is no property list, or longer than 16 MiB.");
+      return page.attention(place + ": not a property list, or longer than 16 MiB.");
   }
 }
 
@@ -91,9 +93,9 @@ void describeLocation(const Examination& examination, Page& page) {
   page.heading("Where the journal is");
   page.line(shown(location.root.path));
   if (location.namedBy) {
-    page.line("So say the preferences of " + *location.namedBy + ".");
+    page.line("The preferences of " + *location.namedBy + " name this folder.");
   } else {
-    page.line("This is the usual place: no preferences name another.");
+    page.line("This is the default folder: no preferences name another.");
   }
   for (const SettingsWithoutRoot& settings : examination.settingsWithoutRoot) describe(settings, page);
 }
@@ -103,15 +105,15 @@ std::string_view inWords(Refusal why) {
     case Refusal::notUtf8:
       return "it is not UTF-8 text.";
     case Refusal::carriageReturns:
-      return "its lines end as those of Windows do (CR LF); they must end in single line feeds.";
+      return "its lines end in CR LF, as on Windows; the --- lines and the date must end in LF.";
     case Refusal::noFrontMatter:
       return "it has no front matter: its first line must be --- and nothing else.";
     case Refusal::noClosingLine:
-      return "its front matter has no closing line: a second --- must follow the first.";
+      return "its front matter has no closing line: a second line --- is missing.";
     case Refusal::noDate:
       return "it has no date in its front matter.";
     case Refusal::badDate:
-      return "its date is no such as 2025-03-16T12:15:00+01:00, without quotes, or no day that ever was.";
+      return "its date must look like 2025-03-16T12:15:00+01:00, without quotes, on a day that exists.";
   }
   return {};
 }
@@ -119,7 +121,7 @@ std::string_view inWords(Refusal why) {
 std::string reasonFor(const LeftOut& leftOut) {
   if (leftOut.why) return std::string(inWords(*leftOut.why));
   if (leftOut.error) return "it can't be read: " + leftOut.error.message();
-  return "it can't be read to its end, or is no ordinary file.";
+  return "it can't be read to its end, or it is not a regular file.";
 }
 
 void describeLeftOut(const Examination& examination, Page& page) {
@@ -141,7 +143,7 @@ void describeContent(const Examination& examination, Page& page) {
     page.line("It can be read.");
     page.line("Files whose names end in .md: " + std::to_string(examination.files));
     page.line("Entries among them: " + std::to_string(examination.entries));
-    if (examination.entries == 0) page.attention("There is no entry for the server to find.");
+    if (examination.entries == 0) page.attention("The server finds no entries.");
     describeLeftOut(examination, page);
   }
   if (const std::string more = advice(examination.error); !more.empty()) page.line(more);
@@ -170,7 +172,7 @@ void describeTags(const Examination& examination, Page& page) {
   std::stable_sort(tags.begin(), tags.end(),
                    [](const Tag& left, const Tag& right) { return left.second > right.second; });
   const std::size_t width = std::to_string(tags.front().second).size();
-  page.heading("Tags, and how many entries have them");
+  page.heading("Tags, and how many entries have each");
   for (const auto& [tag, count] : tags) {
     const std::string number = std::to_string(count);
     page.line(std::string(width - number.size(), ' ').append(number).append("  ").append(tag));

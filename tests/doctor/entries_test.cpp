@@ -45,7 +45,7 @@ TEST_F(Entries, AreMissedInAnEmptyJournal) {
   const Answer given = answer();
   EXPECT_TRUE(given.says("It can be read.\n  Files whose names end in .md: 0\n  Entries among them: 0\n"))
       << given.output;
-  EXPECT_TRUE(given.says("\n! There is no entry for the server to find.\n")) << given.output;
+  EXPECT_TRUE(given.says("\n! The server finds no entries.\n")) << given.output;
   EXPECT_EQ(given.status, 1);
 }
 
@@ -72,8 +72,8 @@ const std::string date = "date: 2025-11-03T09:14:00Z\n";
 const std::string noFrontMatter = "it has no front matter";
 const std::string noClosingLine = "its front matter has no closing line";
 const std::string noDate = "it has no date in its front matter.\n";
-const std::string otherDate = "its date is no such as 2025-03-16T12:15:00+01:00";
-const std::string windowsLines = "its lines end as those of Windows do (CR LF)";
+const std::string otherDate = "its date must look like 2025-03-16T12:15:00+01:00";
+const std::string windowsLines = "its lines end in CR LF, as on Windows";
 
 INSTANTIATE_TEST_SUITE_P(
     Of, Reason,
@@ -123,7 +123,7 @@ TEST_F(Entries, AreCountedByTheirTags) {
   home_.write("none.md", "---\ntags: [lost]\n---\n");
   const Answer given = answer();
   EXPECT_TRUE(
-      given.says("\nTags, and how many entries have them\n"
+      given.says("\nTags, and how many entries have each\n"
                  "  10  ida\n"
                  "   2  work\n"
                  "   1  deep-work\n"

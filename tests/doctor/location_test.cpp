@@ -32,12 +32,12 @@ class Location : public testing::Test {
   const TemporaryHome home_;
 };
 
-TEST_F(Location, IsTheUsualPlaceWithoutSettings) {
+TEST_F(Location, IsTheDefaultFolderWithoutSettings) {
   const Answer given = answer();
   EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.journal() +
-                                       "\n  This is the usual place: no preferences name another.\n  " +
-                                       settings(primarySuite) + " is not there.\n  " + settings(legacySuite) +
-                                       " is not there.\n\n"))
+                                       "\n  This is the default folder: no preferences name another.\n  " +
+                                       settings(primarySuite) + ": not found.\n  " + settings(legacySuite) +
+                                       ": not found.\n\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
@@ -46,8 +46,8 @@ TEST_F(Location, IsWhatThePreferencesSay) {
   home_.setJournalRoot(primarySuite, "~/Journal");
   const Answer given = answer();
   EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.below("Journal") +
-                                       "\n  So say the preferences of " + std::string(primarySuite) +
-                                       ".\n\n"))
+                                       "\n  The preferences of " + std::string(primarySuite) +
+                                       " name this folder.\n\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
@@ -55,37 +55,38 @@ TEST_F(Location, IsWhatThePreferencesSay) {
 TEST_F(Location, IsWhatTheEarlierPreferencesSay) {
   home_.setJournalRoot(legacySuite, "~/Journal");
   const Answer given = answer();
-  EXPECT_TRUE(given.says("  " + home_.below("Journal") + "\n  So say the preferences of " +
-                         std::string(legacySuite) + ".\n  " + settings(primarySuite) + " is not there.\n"))
+  EXPECT_TRUE(given.says("  " + home_.below("Journal") + "\n  The preferences of " +
+                         std::string(legacySuite) + " name this folder.\n  " + settings(primarySuite) +
+                         ": not found.\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
 
-TEST_F(Location, IsTheUsualPlaceWherePreferencesNameNone) {
+TEST_F(Location, IsTheDefaultFolderIfPreferencesNameNone) {
   writeFile(settings(primarySuite), propertyListOfText("theme", "dark"));
   writeFile(settings(legacySuite), propertyListWith("journalRoot", "<true/>"));
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n  " + settings(primarySuite) + " has no text under the key journalRoot.\n"))
+  EXPECT_TRUE(given.says("\n  " + settings(primarySuite) + ": there is no text under the key journalRoot.\n"))
       << given.output;
-  EXPECT_TRUE(given.says("\n  " + settings(legacySuite) + " has no text under the key journalRoot.\n"))
+  EXPECT_TRUE(given.says("\n  " + settings(legacySuite) + ": there is no text under the key journalRoot.\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
 
-TEST_F(Location, OfPreferencesThatCannotBeReadWantsAttention) {
+TEST_F(Location, OfPreferencesThatCannotBeReadNeedsAttention) {
   home_.setJournalRoot(primarySuite, "~/Journal");
   chmod(settings(primarySuite).c_str(), 0);
   const Answer given = answerToOrdinaryUser();
-  EXPECT_TRUE(given.says("\n  " + home_.journal() + "\n  This is the usual place")) << given.output;
-  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + " can't be read: Permission denied\n"))
+  EXPECT_TRUE(given.says("\n  " + home_.journal() + "\n  This is the default folder")) << given.output;
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": can't be read: Permission denied\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }
 
-TEST_F(Location, OfPreferencesThatAreNoPropertyListWantsAttention) {
+TEST_F(Location, OfPreferencesThatAreNotAPropertyListNeedsAttention) {
   writeFile(settings(primarySuite), "journalRoot=~/Journal");
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + " is no property list, or longer than 16 MiB.\n"))
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": not a property list, or longer than 16 MiB.\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }

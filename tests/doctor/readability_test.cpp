@@ -46,7 +46,7 @@ TEST_F(Readability, OfAnOrdinaryJournalIsGiven) {
 TEST_F(Readability, OfTheJournalIsDeniedWithTheSystemsAnswer) {
   const Answer given = answerWithout(home_.journal());
   EXPECT_TRUE(given.says("\nWhat is in it\n! It can't be read: Permission denied\n")) << given.output;
-  EXPECT_TRUE(given.says("ls -ld shows who may.\n")) << given.output;
+  EXPECT_TRUE(given.says("ls -ld shows the permissions.\n")) << given.output;
   EXPECT_EQ(given.status, 1);
 }
 
@@ -99,7 +99,7 @@ TEST_F(Readability, OfALinkToAPipeIsNoneAndNotWaitedFor) {
   chmod(home_.below("pipe").c_str(), 0644);
   makeLink(home_.journal() + "/link.md", home_.below("pipe"));
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n! link.md: it can't be read to its end, or is no ordinary file.\n"))
+  EXPECT_TRUE(given.says("\n! link.md: it can't be read to its end, or it is not a regular file.\n"))
       << given.output;
 }
 

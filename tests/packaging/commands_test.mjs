@@ -117,27 +117,17 @@ test('The command that removes the program leaves no file of it', { skip: whyNot
   assert.deepEqual(left, []);
 });
 
-// The commands of CONTRIBUTING.md take too long here, or install. Each is known to what it calls.
-const ofContributors = [...contributing.commands, ...contributing.inline.filter((code) => code.startsWith('script/'))];
-const scripts = [...new Set(ofContributors.map((command) => command.split(' ')[0]).filter((name) => name.startsWith('script/')))];
+// The commands of CONTRIBUTING.md take too long here, or install something. But each script knows what it is given.
+const ofContributors = [...contributing.commands, ...contributing.inline].filter((code) => code.startsWith('script/'));
 
-for (const script of scripts) {
-  test(`${script}, which CONTRIBUTING.md names, can be run and says how`, () => {
+for (const script of new Set(ofContributors.map((command) => command.split(' ')[0]))) {
+  test(`${script} can be run and explains the forms that CONTRIBUTING.md names`, () => {
     accessSync(join(copy, script), constants.X_OK);
-    const header = readFileSync(join(copy, script), 'utf8').split('\n\n')[0].split('set -euo')[0];
-    const forms = ofContributors.filter((command) => command.split(' ')[0] === script)
-      .map((command) => command.split(' ').slice(0, 2).join(' '));
-    for (const form of forms) assert.ok(header.includes(form), `${script} doesn't explain: ${form}`);
-    type(`bash -n ${script}`);
+    const { stdout, stderr } = run(`${script} --help`);
+    const named = ofContributors.filter((command) => command.split(' ')[0] === script);
+    for (const command of named) assert.ok((stdout + stderr).includes(command), command);
   });
 }
-
-test('The scripts that answer quickly show their usage', () => {
-  for (const script of scripts.filter((name) => name !== 'script/bench')) {
-    const { stdout, stderr } = run(`${script} --help`);
-    assert.ok((stdout + stderr).includes(`${script}`), script);
-  }
-});
 
 test('The preset that CONTRIBUTING.md configures, builds and tests exists', () => {
   const presets = JSON.parse(readFileSync(join(copy, 'CMakePresets.json'), 'utf8'));

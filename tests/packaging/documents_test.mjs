@@ -3,7 +3,7 @@
 
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { existsSync, readdirSync, writeFileSync } from 'node:fs';
+import { existsSync, readFileSync, readdirSync, writeFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
 import { test } from 'node:test';
 import { temporaryFolder } from './conversation.mjs';
@@ -34,6 +34,14 @@ test('The index of docs/ links to each document there', () => {
 
 test('README.md links to the index', () => {
   assert.ok(linkedFrom(join(source, 'README.md')).has(join(source, 'docs/README.md')));
+});
+
+test('docs/troubleshooting.md quotes the doctor as it speaks', () => {
+  const [, table] = readFileSync(join(source, 'docs/troubleshooting.md'), 'utf8').split('| the doctor says | what to do |\n| --- | --- |\n');
+  const quotes = table.split('\n\n')[0].split('\n').map((row) => row.split('|')[1].trim());
+  const words = readFileSync(join(source, 'doctor/report.cpp'), 'utf8');
+  assert.equal(quotes.length, 7);
+  for (const quote of quotes) assert.ok(words.includes(quote), quote);
 });
 
 const prefix = temporaryFolder();
