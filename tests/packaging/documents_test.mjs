@@ -26,14 +26,9 @@ for (const path of folders.flatMap((folder) => documentsIn(join(source, folder))
 
 const linkedFrom = (index) => new Set(documentAt(index).links.map((address) => join(dirname(index), address)));
 
-test('The index of docs/ links to each document there', () => {
-  const index = join(source, 'docs/README.md');
-  const linked = linkedFrom(index);
-  assert.deepEqual(documentsIn(join(source, 'docs')).filter((path) => path !== index && !linked.has(path)), []);
-});
-
-test('README.md links to the index', () => {
-  assert.ok(linkedFrom(join(source, 'README.md')).has(join(source, 'docs/README.md')));
+test('README.md, CONTRIBUTING.md and the index lead to each document in docs/', () => {
+  const linked = new Set(['README.md', 'CONTRIBUTING.md', 'docs/README.md'].flatMap((name) => [...linkedFrom(join(source, name))]));
+  assert.deepEqual(documentsIn(join(source, 'docs')).filter((path) => !linked.has(path)), []);
 });
 
 test('docs/troubleshooting.md quotes the doctor as it speaks', () => {
@@ -48,8 +43,9 @@ const prefix = temporaryFolder();
 execFileSync('cmake', ['--install', build, '--prefix', prefix]);
 const [installed] = readdirSync(join(prefix, 'share/doc')).map((name) => join(prefix, 'share/doc', name));
 
-test('The index and the changes are installed', () => {
-  for (const name of ['README.md', 'CHANGELOG.md']) assert.ok(existsSync(join(installed, name)), name);
+test('The changes, the index and what the index leads to are installed, and no other document', () => {
+  const index = join(installed, 'README.md');
+  assert.deepEqual(documentsIn(installed).sort(), [...linkedFrom(index), index, join(installed, 'CHANGELOG.md')].sort());
 });
 
 for (const path of documentsIn(installed)) {
