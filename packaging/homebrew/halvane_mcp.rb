@@ -13,7 +13,6 @@ class HalvaneMcp < Formula
   on_linux do
     depends_on "pkgconf" => :build
     depends_on "expat"
-    depends_on "libseccomp"
   end
 
   def install
