@@ -7,17 +7,11 @@
 
 #include "tests/support/current_folder.h"
 #include "tests/support/property_list.h"
-#include "tests/support/scoped_variable.h"
-#include "tests/support/special_file.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
 
 namespace halvane {
 namespace {
-
-std::string settingsFile(const TemporaryHome& home, std::string_view suite) {
-  return home.below(".config/" + std::string(suite) + ".plist");
-}
 
 TEST(JournalLocation, IsBelowTheDocumentsWhereNoSettingsNameIt) {
   const TemporaryHome home;
@@ -40,7 +34,7 @@ TEST(JournalLocation, IsWhatTheEarlierSettingsSayWhereThePresentOnesSayNothing) 
   const TemporaryHome home;
   home.setJournalRoot(legacySuite, "/journals/old");
   EXPECT_EQ(journalRoot().path, "/journals/old") << "no present settings";
-  writeFile(settingsFile(home, primarySuite), propertyListOfText("theme", "dark"));
+  writeFile(home.settings(primarySuite), propertyListOfText("theme", "dark"));
   EXPECT_EQ(journalRoot().path, "/journals/old") << "present settings without the key";
 }
 
@@ -51,20 +45,13 @@ TEST(JournalLocation, IsWhatThePresentSettingsSayWhereBothSaySomething) {
   EXPECT_EQ(journalRoot().path, "/journals/new");
 }
 
-TEST(JournalLocation, PassesOverSettingsThatCannotBeRead) {
+TEST(JournalLocation, PassesOverSettingsThatAreNoPropertyList) {
   const TemporaryHome home;
   home.setJournalRoot(legacySuite, "/journals/old");
-  writeFile(settingsFile(home, primarySuite), "garbage");
+  writeFile(home.settings(primarySuite), "garbage");
   EXPECT_EQ(journalRoot().path, "/journals/old");
-  writeFile(settingsFile(home, legacySuite), "garbage");
+  writeFile(home.settings(legacySuite), "garbage");
   EXPECT_EQ(journalRoot().path, home.below("Documents/Halvane"));
-}
-
-TEST(JournalLocation, PassesOverAPipeInPlaceOfSettings) {
-  const TemporaryHome home;
-  home.setJournalRoot(legacySuite, "/journals/old");
-  makeNamedPipe(settingsFile(home, primarySuite));
-  EXPECT_EQ(journalRoot().path, "/journals/old");
 }
 
 TEST(JournalLocation, PassesOverAValueThatIsNoText) {
@@ -72,7 +59,7 @@ TEST(JournalLocation, PassesOverAValueThatIsNoText) {
   home.setJournalRoot(legacySuite, "/journals/old");
   for (const char* value :
        {"<true/>", "<integer>5</integer>", "<array><string>/journals/new</string></array>"}) {
-    writeFile(settingsFile(home, primarySuite), propertyListWith("journalRoot", value));
+    writeFile(home.settings(primarySuite), propertyListWith("journalRoot", value));
     EXPECT_EQ(journalRoot().path, "/journals/old") << value;
   }
 }
@@ -123,15 +110,6 @@ TEST(JournalLocation, ChangesShowAtOnce) {
   EXPECT_EQ(journalRoot().path, "/journals/b");
 }
 
-TEST(JournalLocation, SettingsLieWhereTheUserKeepsThem) {
-  const TemporaryHome home;
-  home.setJournalRoot(primarySuite, "/journals/of-home");
-  writeFile(home.below("settings/" + std::string(primarySuite) + ".plist"),
-            propertyListOfText("journalRoot", "/journals/of-settings"));
-  const ScopedVariable folder("XDG_CONFIG_HOME", home.below("settings"));
-  EXPECT_EQ(journalRoot().path, "/journals/of-settings");
-}
-
 TEST(JournalLocation, IsToldWithWhoNamesItAndWhoWasAskedInVain) {
   const TemporaryHome home;
   const std::string primary(primarySuite), legacy(legacySuite);
@@ -151,13 +129,18 @@ TEST(JournalLocation, IsToldWithWhoNamesItAndWhoWasAskedInVain) {
   EXPECT_EQ(location.askedBefore, std::vector<std::string>{});
 }
 
-TEST(AppDefaults, OfAnApplicationAreReadByItsName) {
+TEST(AppDefaults, AreReadByTheNameOfTheApplication) {
   const TemporaryHome home;
   home.setJournalRoot("org.example.a", "/journals/a");
   home.setJournalRoot("org.example.b", "/journals/b");
   EXPECT_EQ(appDefaults("org.example.a").value().string("journalRoot"), "/journals/a");
   EXPECT_EQ(appDefaults("org.example.b").value().string("journalRoot"), "/journals/b");
-  EXPECT_FALSE(appDefaults("org.example.c"));
+}
+
+TEST(AppDefaults, OfAnApplicationWithoutSettingsSayNothing) {
+  const TemporaryHome home;
+  const std::optional<Preferences> defaults = appDefaults("org.example.c");
+  EXPECT_EQ(defaults ? defaults->string("journalRoot") : std::nullopt, std::nullopt);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 namespace halvane {
 namespace {
 
+constexpr const char* ownMemory = "/proc/self/statm";
+
 void check(bool done) {
   if (!done) throw std::runtime_error("can't set a limit");
 }
@@ -23,9 +25,13 @@ void limitFurtherDescriptors(std::size_t count) {
   check(setrlimit(RLIMIT_NOFILE, &limits) == 0);
 }
 
+bool canLimitMemory() {
+  return access(ownMemory, R_OK) == 0;
+}
+
 void limitFurtherMemory(std::size_t bytes) {
   std::size_t pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
+  std::ifstream(ownMemory) >> pages;
   check(pages > 0);
   const rlim_t most = pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + bytes;
   const rlimit limits{most, most};

@@ -8,6 +8,9 @@ namespace halvane {
 /// process.
 void limitFurtherDescriptors(std::size_t count);
 
+/// Whether the system lets a process have less memory than there is: a Mac doesn't.
+bool canLimitMemory();
+
 /// Lets this process have no more than about `bytes` of further memory. For use in a child process.
 void limitFurtherMemory(std::size_t bytes);
 

@@ -1,5 +1,7 @@
 #include "tests/support/temporary_folder.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_folder.h"
@@ -16,6 +18,9 @@ inline constexpr std::string_view legacySuite = HALVANE_LEGACY_SUITE;
 class TemporaryHome {
  public:
   TemporaryHome();
+  ~TemporaryHome();
+  TemporaryHome(const TemporaryHome&) = delete;
+  TemporaryHome& operator=(const TemporaryHome&) = delete;
 
   const std::string& path() const { return folder_.path(); }
   std::string below(std::string_view name) const { return folder_.below(name); }
@@ -25,13 +30,16 @@ class TemporaryHome {
   std::string write(std::string_view name, std::string_view content) const;
   /// Keeps the text `path` as the journal's folder in the settings of the application `suite`.
   void setJournalRoot(std::string_view suite, std::string_view path) const;
+  /// Where the settings of the application `suite` lie, whether there are any or not.
+  std::string settings(std::string_view suite) const;
+  /// Makes `locale`, such as de_DE, the user's.
+  void setLocale(std::string_view locale);
 
  private:
+  void set(const std::vector<std::string>& variables);
+
   TemporaryFolder folder_;
-  ScopedVariable home_;
-  ScopedVariable settingsFolder_;
-  ScopedVariable locale_;
-  ScopedVariable zone_;
+  std::list<ScopedVariable> variables_;
 };
 
 }  // namespace halvane

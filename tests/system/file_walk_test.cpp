@@ -15,6 +15,7 @@
 #include "system/file_walk.h"
 #include "tests/support/child_process.h"
 #include "tests/support/deep_folder.h"
+#include "tests/support/file_names.h"
 #include "tests/support/process_limits.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/special_file.h"
@@ -210,6 +211,7 @@ TEST(Walk, PutsOneSlashAfterARootThatEndsInOne) {
 
 TEST(Walk, TakesNamesThatAreNotUtf8) {
   const TemporaryFolder folder;
+  if (!takesNamesThatAreNoText()) GTEST_SKIP() << "the file system takes no such name";
   writeFile(folder.below("\xFF\xFE.md"), "");
   writeFile(folder.below("f\xC3/a.md"), "");
   EXPECT_EQ(walked(folder.path()), (Names{"\xFF\xFE.md", "f\xC3/a.md"}));
@@ -335,6 +337,7 @@ TEST(Walk, FollowsNoLinkThatTakesThePlaceOfAFileOrAFolderMeanwhile) {
 
 TEST(Walk, ThatFindsNoMemoryForAFileSaysSo) {
   if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
+  if (!canLimitMemory()) GTEST_SKIP() << "the system limits no memory";
   const TemporaryFolder folder;
   writeFile(folder.below("a.md"), "");
   ASSERT_EQ(truncate(folder.below("a.md").c_str(), off_t{1} << 30), 0);

@@ -177,6 +177,7 @@ TEST(LineReader, TakesAnyOtherErrorForTheEnd) {
 
 TEST(LineReader, GivesTheMemoryOfAVeryLongLineBack) {
   if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer keeps memory that is freed";
+  if (!canLimitMemory()) GTEST_SKIP() << "the system doesn't tell in a file what a process holds";
   const TemporaryFolder folder;
   writeFile(folder.below("input"), std::string(200 << 20, 'x') + "\nshort\nlast\n");
   EXPECT_EQ(inChildProcess([&]() -> std::string {
@@ -197,6 +198,7 @@ TEST(LineReader, GivesTheMemoryOfAVeryLongLineBack) {
 
 TEST(LineReader, PassesOverALineForWhichThereIsNoMemory) {
   if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
+  if (!canLimitMemory()) GTEST_SKIP() << "the system limits no memory";
   const TemporaryFolder folder;
   writeFile(folder.below("input"),
             "first\n" + std::string(200 << 20, 'x') + "\nnext\n" + std::string(200 << 20, 'y'));

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/file_names.h"
 #include "tests/support/temporary_home.h"
 #include "user/dates.h"
 
@@ -152,17 +153,17 @@ TEST(ListRecent, CutsNoListShort) {
   for (int i = 100; i < 400; ++i) EXPECT_TRUE(isListed(listing, "/" + std::to_string(i) + ".md")) << i;
 }
 
-TEST(ListRecent, ShowsDatesInTheUsersWords) {
-  const TemporaryHome home;
-  const ScopedVariable locale("LC_ALL", "de_DE.UTF-8");
-  const ScopedVariable zone("TZ", "Europe/Berlin");
+TEST(ListRecent, ShowsDatesInTheUsersLanguage) {
+  TemporaryHome home;
+  home.setLocale("de_DE");
   const std::string path =
       home.write("a.md", EntryFile{.date = "2099-11-03T09:14:00Z", .tags = "work", .body = "x"}.text());
-  EXPECT_EQ(listRecent(7, noTag), "[3. Nov. 2099, 10:14] #work x\n" + path);
+  EXPECT_EQ(listRecent(7, noTag), "[3. Nov. 2099, 9:14] #work x\n" + path);
 }
 
 TEST(ListRecent, ShowsAPathThatIsNotUtf8WithReplacements) {
   const TemporaryHome home;
+  if (!takesNamesThatAreNoText()) GTEST_SKIP() << "the file system takes no such name";
   home.write("f\xFF.md", EntryFile{.date = "2099-11-03T09:14:00Z", .body = "x"}.text());
   EXPECT_EQ(listRecent(7, noTag), "[Nov 3, 2099 at 9:14 AM] x\n" + home.journal() + "/f�.md");
 }

@@ -9,6 +9,7 @@
 #include "tests/support/current_folder.h"
 #include "tests/support/deep_folder.h"
 #include "tests/support/entry_file.h"
+#include "tests/support/file_names.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/special_file.h"
 #include "tests/support/temporary_home.h"
@@ -91,12 +92,10 @@ TEST(ReadEntry, ShowsTheBodyUntouched) {
   }
 }
 
-TEST(ReadEntry, ShowsTheDateInTheUsersWords) {
-  const TemporaryHome home;
-  const ScopedVariable locale("LC_ALL", "de_DE.UTF-8");
-  const ScopedVariable zone("TZ", "Europe/Berlin");
-  EXPECT_TRUE(
-      readEntry(home.write("a.md", entryWithBody("Text"))).starts_with("Date: 3. Nov. 2025, 10:14\n"));
+TEST(ReadEntry, ShowsTheDateInTheUsersLanguage) {
+  TemporaryHome home;
+  home.setLocale("de_DE");
+  EXPECT_TRUE(readEntry(home.write("a.md", entryWithBody("Text"))).starts_with("Date: 3. Nov. 2025, 9:14\n"));
 }
 
 TEST(ReadEntry, RefusesWhateverDoesNotLieBelowTheJournal) {
@@ -292,6 +291,7 @@ TEST(ReadEntry, MayHaveALinkForAJournalFolder) {
 
 TEST(ReadEntry, TakesALookAlikeSpellingOfTheJournalFolderForTheJournalItself) {
   const TemporaryHome home;
+  if (!tellsSpellingsApart()) GTEST_SKIP() << "to the file system they are one folder";
   const std::string composed = home.below("Caf\u00E9");
   const std::string decomposed = home.below("Cafe\u0301");
   writeFile(composed + "/a.md", entryWithBody("the journal's"));
@@ -312,6 +312,7 @@ TEST(ReadEntry, TakesANameBelowTheJournalThatBeginsWithAMark) {
 
 TEST(ReadEntry, TakesNamesBelowTheJournalAsTheyAreSpelt) {
   const TemporaryHome home;
+  if (!tellsSpellingsApart()) GTEST_SKIP() << "to the file system they are one file";
   const std::string composed = home.write("caf\u00E9.md", entryWithBody("composed"));
   const std::string decomposed = home.write("cafe\u0301.md", entryWithBody("decomposed"));
   EXPECT_EQ(readEntry(composed), shownWithBody("composed"));
@@ -320,6 +321,7 @@ TEST(ReadEntry, TakesNamesBelowTheJournalAsTheyAreSpelt) {
 
 TEST(ReadEntry, ReadsWhatAListingNamesInAJournalFolderThatIsNotUtf8) {
   const TemporaryHome home;
+  if (!takesNamesThatAreNoText()) GTEST_SKIP() << "the file system takes no such name";
   writeFile(home.below("j\xFF/a.md"), EntryFile{.date = "2099-11-03T09:14:00Z", .body = "Text"}.text());
   const ScopedVariable newHome("HOME", home.below("j\xFF"));
   makeLink(home.below("j\xFF/Documents/Halvane"), home.below("j\xFF"));

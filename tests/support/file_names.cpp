@@ -1,0 +1,26 @@
+#include "tests/support/file_names.h"
+
+#include <fstream>
+
+#include "tests/support/temporary_folder.h"
+
+namespace halvane {
+namespace {
+
+bool makesFile(const std::string& path) {
+  return std::ofstream(path).is_open();
+}
+
+}  // namespace
+
+bool takesNamesThatAreNoText() {
+  const TemporaryFolder folder;
+  return makesFile(folder.below("\xFF"));
+}
+
+bool tellsSpellingsApart() {
+  const TemporaryFolder folder;
+  return makesFile(folder.below("\u00E9")) && !std::ifstream(folder.below("e\u0301")).is_open();
+}
+
+}  // namespace halvane
