@@ -14,8 +14,9 @@
 #include "tests/figures/figure.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/process_state.h"
+#include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"
 
 // A client that is gone from one moment to the next.

@@ -13,9 +13,13 @@ bool makesFile(const std::string& path) {
 
 }  // namespace
 
-bool takesNamesThatAreNoText() {
+bool takesName(std::string_view name) {
   const TemporaryFolder folder;
-  return makesFile(folder.below("\xFF"));
+  return makesFile(folder.below(name));
+}
+
+bool takesNamesThatAreNoText() {
+  return takesName("\xFF");
 }
 
 bool tellsSpellingsApart() {

@@ -2,7 +2,6 @@
 
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/clock.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 
@@ -13,13 +12,14 @@ namespace {
 
 class CarriageReturn : public testing::Test {
  protected:
-  CarriageReturn() { path_ = home_.write("a.md", EntryFile{.body = "one\r\ntwo\rthree\nfour\r\n"}.text()); }
+  CarriageReturn() {
+    path_ = home_.write(
+        "a.md", EntryFile{.date = "2099-11-03T09:14:00Z", .body = "one\r\ntwo\rthree\nfour\r\n"}.text());
+  }
 
   ServerProcess& server() {
     if (!server_) {
-      std::vector<std::string> variables = clockAt(secondsOf("2025-11-04T09:00:00Z"));
-      variables.insert(variables.end(), {"LC_ALL=en_US.UTF-8", "TZ=UTC"});
-      server_.emplace(Surroundings{.home = home_.path(), .variables = variables});
+      server_.emplace(Surroundings{.home = home_.path(), .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"}});
     }
     return *server_;
   }
@@ -33,23 +33,23 @@ class CarriageReturn : public testing::Test {
 
 TEST_F(CarriageReturn, StaysInAnEntryThatIsRead) {
   EXPECT_EQ(askTool(server(), "read_entry", "{\"path\":" + jsonString(path_) + "}"),
-            "Date: Nov 3, 2025 at 9:14 AM\nDuration: 0s\nCleaned: false\n\none\r\ntwo\rthree\nfour");
+            "Date: Nov 3, 2099 at 9:14 AM\nDuration: 0s\nCleaned: false\n\none\r\ntwo\rthree\nfour");
 }
 
 // Together with the line feed after it, it is one character to a reader, and that character doesn't end a
 // line.
 TEST_F(CarriageReturn, BeforeALineFeedKeepsTheFirstLineGoing) {
-  EXPECT_EQ(askTool(server(), "list_recent", "{}"), "[Nov 3, 2025 at 9:14 AM] one\r\ntwo\rthree\n" + path_);
+  EXPECT_EQ(askTool(server(), "list_recent", "{}"), "[Nov 3, 2099 at 9:14 AM] one\r\ntwo\rthree\n" + path_);
 }
 
 TEST_F(CarriageReturn, StaysInASnippetInWhichEveryLineFeedBecomesABlank) {
   EXPECT_EQ(askTool(server(), "search_entries", R"({"query":"TWO"})"),
-            "[Nov 3, 2025 at 9:14 AM] " + path_ + "\n…one\r two\rthree four…");
+            "[Nov 3, 2099 at 9:14 AM] " + path_ + "\n…one\r two\rthree four…");
 }
 
 TEST_F(CarriageReturn, MayBePartOfAQuery) {
   EXPECT_EQ(askTool(server(), "search_entries", R"({"query":"one\r\ntwo"})"),
-            "[Nov 3, 2025 at 9:14 AM] " + path_ + "\n…one\r two\rthree four…");
+            "[Nov 3, 2099 at 9:14 AM] " + path_ + "\n…one\r two\rthree four…");
 }
 
 }  // namespace

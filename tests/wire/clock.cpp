@@ -4,20 +4,12 @@
 #include <ctime>
 #include <stdexcept>
 
-#include "tests/wire/preload.h"
-
 namespace halvane {
 namespace {
 
 constexpr const char* form = "%Y-%m-%dT%H:%M:%SZ";
 
 }  // namespace
-
-std::vector<std::string> clockAt(std::int64_t seconds) {
-  std::vector<std::string> variables = preloaded(HALVANE_LIBFAKETIME);
-  variables.insert(variables.end(), {"FAKETIME_FMT=%s", "FAKETIME=" + std::to_string(seconds)});
-  return variables;
-}
 
 std::int64_t secondsOf(std::string_view moment) {
   std::tm parts{};

@@ -7,7 +7,8 @@
 
 namespace halvane {
 
-/// The variables for a server's environment that stop its real clock at `seconds` since 1970.
+/// The variables for a server's environment that stop its real clock at `seconds` since 1970. Throws where
+/// nobody can do that, as on a Mac.
 std::vector<std::string> clockAt(std::int64_t seconds);
 
 /// The seconds since 1970 of `moment`, such as 2025-11-10T10:00:00Z.

@@ -23,10 +23,16 @@ bool takeLine(Conversation& conversation, const std::string& line, int number) {
     conversation.turns.push_back({false, *answer, number});
   } else if (const auto name = after("file:", line)) {
     conversation.files.push_back({*name, ""});
+  } else if (const auto suite = after("settings:", line)) {
+    conversation.files.push_back({*suite, "", true});
   } else if (const auto content = after("|", line); content && !conversation.files.empty()) {
-    conversation.files.back().second += *content + "\n";
+    conversation.files.back().content += *content + "\n";
   } else if (const auto copied = after("copy:", line)) {
     conversation.copied = *copied;
+  } else if (const auto locale = after("locale:", line)) {
+    conversation.locale = *locale;
+  } else if (const auto zone = after("zone:", line)) {
+    conversation.zone = *zone;
   } else if (const auto variable = after("env:", line)) {
     conversation.variables.push_back(*variable);
   } else if (const auto home = after("home:", line)) {

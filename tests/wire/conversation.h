@@ -2,18 +2,22 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace halvane {
 
-/// A conversation as one of the files in tests/wire/conversations tells it, line by line:
+/// A conversation as a file tells it, line by line. Those in tests/wire/conversations can be held on every
+/// system, those in tests/wire/conversations_linux take what only Linux has: another clock, certain
+/// variables.
 ///
 ///     # words for the reader
 ///     file: Documents/Halvane/a.md     a file below the home directory, with the lines that follow as its
 ///     | ---                            content: each line after "| ", each ended by a line feed
+///     settings: app.halvane.Halvane    the property list of an application's settings, told in the same way
 ///     copy: examples                   a folder of this project whose content the home directory starts with
-///     env: LC_ALL=de_DE.UTF-8          a variable of the server's environment, which else has HOME and PATH
+///     locale: de_DE                    the user's locale
+///     zone: Europe/Berlin              the user's time zone
+///     env: LANG=de_DE.UTF-8            a variable of the server's environment, which else has HOME and PATH
 ///     home: Zoë's home                 what the home directory is called
 ///     folder: Documents                the server's current folder, below the home directory
 ///     clock: 2025-11-10T10:00:00Z      the time at which the server's clock stands still
@@ -28,8 +32,16 @@ struct Conversation {
     int lineNumber;
   };
 
-  std::vector<std::pair<std::string, std::string>> files;  // their names and contents
-  std::string copied;                                      // empty when nothing is
+  struct File {
+    std::string name;  // of settings, the application's
+    std::string content;
+    bool areSettings = false;
+  };
+
+  std::vector<File> files;
+  std::string copied;  // empty when nothing is
+  std::string locale;  // empty when the user has none
+  std::string zone;    // empty when it is the system's
   std::vector<std::string> variables;
   std::string home = "home";
   std::string folder;

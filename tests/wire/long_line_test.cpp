@@ -5,7 +5,7 @@
 
 #include "tests/support/temporary_home.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/process_state.h"
+#include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"
 
 // Lines have no limit, and cost time in proportion to their length.
@@ -46,6 +46,7 @@ TEST_F(LongLine, IsServed) {
 }
 
 TEST_F(LongLine, TakesTimeInProportionToItsLength) {
+  if (!tellsProcessorTime()) GTEST_SKIP() << "the system tells no processor time";
   const auto shorter = timeFor(8 * mebibyte);
   const auto longer = timeFor(64 * mebibyte);
   EXPECT_LT(longer, 24 * shorter) << "eight times the length: " << longer.count() << " and "

@@ -9,7 +9,7 @@
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/process_state.h"
+#include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"
 
 // Thousands of ways to ask for an entry outside the journal: none of them shows one, and none costs more than
@@ -161,6 +161,7 @@ TEST_F(PathTraversal, WouldShowWhatIsOutsideIfItWereInside) {
 }
 
 TEST_F(PathTraversal, CostsWhatAnOrdinaryPathCosts) {
+  if (!tellsProcessorTime()) GTEST_SKIP() << "the system tells no processor time";
   const Texts all = payloads();
   const Texts ordinary(100, journal_ + "/inside.md");
   std::vector<double> ratios;

@@ -2,7 +2,6 @@
 
 #include <sys/types.h>
 
-#include <chrono>
 #include <cstddef>
 
 namespace halvane {
@@ -19,12 +18,5 @@ std::size_t countedMemory(pid_t process);
 
 /// How many files a process has open.
 std::size_t openFiles(pid_t process);
-
-/// The processor time that a process has used so far.
-std::chrono::nanoseconds processorTime(pid_t process);
-
-/// Waits until a process sleeps, as it does while it waits for its input or output; some seconds at most.
-/// Whether it does: one that has ended never will.
-bool waitUntilAsleep(pid_t process);
 
 }  // namespace halvane

@@ -2,15 +2,12 @@
 
 #include <unistd.h>
 
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-
-#include "tests/wire/wait_until.h"
 
 namespace halvane {
 namespace {
@@ -38,15 +35,6 @@ std::size_t bytesIn(pid_t process, const char* file, std::string_view name) {
   throw std::runtime_error("no such process");
 }
 
-// The letter of a process's state. It comes after the process's name, which may contain blanks and brackets.
-char stateOf(pid_t process) {
-  std::ifstream file(folderOf(process) + "/stat");
-  const std::string all((std::istreambuf_iterator<char>(file)), {});
-  const std::size_t nameEnd = all.rfind(')');
-  if (nameEnd == std::string::npos) throw std::runtime_error("no such process");
-  return all.at(nameEnd + 2);
-}
-
 }  // namespace
 
 std::size_t residentMemory(pid_t process) {
@@ -68,24 +56,6 @@ std::size_t countedMemory(pid_t process) {
 std::size_t openFiles(pid_t process) {
   const std::filesystem::directory_iterator files(folderOf(process) + "/fd");
   return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-}
-
-std::chrono::nanoseconds processorTime(pid_t process) {
-  clockid_t clock;
-  std::timespec time{};
-  if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0) {
-    throw std::runtime_error("no such process");
-  }
-  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-bool waitUntilAsleep(pid_t process) {
-  char state = 0;
-  waitUntil([&] {
-    state = stateOf(process);
-    return state == 'S' || state == 'Z';
-  });
-  return state == 'S';
 }
 
 }  // namespace halvane

@@ -5,8 +5,8 @@
 
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
 
 // The server does what it is asked to and nothing else.

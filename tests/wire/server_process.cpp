@@ -13,6 +13,9 @@
 #include <stdexcept>
 #include <thread>
 
+#include "tests/support/program.h"
+#include "tests/support/user_settings.h"
+
 namespace halvane {
 namespace {
 
@@ -25,7 +28,8 @@ struct Pipe {
 
 Pipe makePipe() {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+  for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
   return {ends[0], ends[1]};
 }
 
@@ -36,7 +40,10 @@ void closeOnce(int& descriptor) {
 
 std::vector<std::string> environmentOf(const Surroundings& surroundings) {
   std::vector<std::string> variables = {"PATH=/usr/bin:/bin"};
-  if (!surroundings.home.empty()) variables.push_back("HOME=" + surroundings.home);
+  if (!surroundings.home.empty()) {
+    const std::vector<std::string> ofHome = variablesOfHome(surroundings.home);
+    variables.insert(variables.end(), ofHome.begin(), ofHome.end());
+  }
   variables.insert(variables.end(), surroundings.variables.begin(), surroundings.variables.end());
   return variables;
 }
@@ -48,23 +55,14 @@ const char* programFor(const Surroundings& surroundings) {
   return HALVANE_MCP;
 }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
-// The program is open already: the user that the process becomes may have no way to it.
-[[noreturn]] void becomeServer(int program, const Surroundings& surroundings) {
+[[noreturn]] void becomeServer(const Program& program, const Surroundings& surroundings) {
   std::signal(SIGPIPE, SIG_DFL);
   try {
     if (chdir(surroundings.currentFolder.c_str()) != 0) throw std::runtime_error("no current folder");
     if (surroundings.before) surroundings.before();
     std::vector<std::string> arguments = {"halvane_mcp"};
     arguments.insert(arguments.end(), surroundings.arguments.begin(), surroundings.arguments.end());
-    std::vector<std::string> variables = environmentOf(surroundings);
-    fexecve(program, pointersTo(arguments).data(), pointersTo(variables).data());
+    program.become(arguments, environmentOf(surroundings));
   } catch (const std::exception& trouble) {
     dprintf(STDERR_FILENO, "%s\n", trouble.what());
   }
@@ -95,8 +93,8 @@ std::ostream& operator<<(std::ostream& out, const Ending& ending) {
 
 ServerProcess::ServerProcess(const Surroundings& surroundings) : errors_(std::tmpfile(), &std::fclose) {
   std::signal(SIGPIPE, SIG_IGN);  // a server that is gone must not end the test
-  const int program = open(programFor(surroundings), O_RDONLY | O_CLOEXEC);
-  if (program < 0 || !errors_) throw std::runtime_error("can't open the server");
+  const Program program(programFor(surroundings));
+  if (!errors_) throw std::runtime_error("no file for its errors");
   const Pipe in = makePipe();
   const Pipe out = makePipe();
   id_ = fork();
@@ -108,7 +106,6 @@ ServerProcess::ServerProcess(const Surroundings& surroundings) : errors_(std::tm
     fcntl(fileno(errors_.get()), F_SETFD, FD_CLOEXEC);
     becomeServer(program, surroundings);
   }
-  close(program);
   close(in.readEnd);
   close(out.writeEnd);
   input_ = in.writeEnd;

@@ -15,7 +15,7 @@ namespace halvane {
 
 /// What a server finds when it starts: as little as a client gives it, and what the test adds.
 struct Surroundings {
-  /// HOME; without one when empty.
+  /// The home directory of its user; none when empty.
   std::string home = {};
   /// More of the environment, each "NAME=value". PATH is always there, and nothing else.
   std::vector<std::string> variables = {};
@@ -65,7 +65,8 @@ class ServerProcess {
   /// Closes its input, and waits for its end, half a minute at most.
   Ending finish();
   /// The most memory that it ever held, in bytes, known when it has ended. No less than what this test held
-  /// when it started the server, because the process began as a copy of it.
+  /// when it started the server, because the process began as a copy of it. Counted as Linux
+  /// counts it.
   std::size_t peakMemory() const { return peakMemory_; }
 
   pid_t id() const { return id_; }

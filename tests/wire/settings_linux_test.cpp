@@ -11,8 +11,8 @@
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 
-// The companion application's settings as its own platform writes them, and what is no such file. The plain
-// ones are among the conversations.
+// The companion application's settings as the file that they are on Linux: as its own platform writes them,
+// and what is no such file.
 
 namespace halvane {
 namespace {
@@ -35,9 +35,9 @@ std::string binaryListOf(const char* folder) {
   return binaryListOf(plist_new_string(folder));
 }
 
-class Settings : public testing::Test {
+class SettingsFile : public testing::Test {
  protected:
-  Settings() {
+  SettingsFile() {
     home_.write("a.md", EntryFile{.body = "The usual folder."}.text());
     writeFile(home_.below("Journal/a.md"), EntryFile{.body = "The folder from the settings."}.text());
     writeFile(home_.below("Earlier/a.md"), EntryFile{.body = "The folder from the earlier settings."}.text());
@@ -62,22 +62,17 @@ class Settings : public testing::Test {
   const TemporaryHome home_;
 };
 
-TEST_F(Settings, MayBeBinary) {
+TEST_F(SettingsFile, MayBeBinary) {
   write(binaryListOf("~/Journal"));
   EXPECT_EQ(found(), "The folder from the settings.");
 }
 
-TEST_F(Settings, MayBeBinaryWithANameInAnyScript) {
+TEST_F(SettingsFile, MayBeBinaryWithANameInAnyScript) {
   write(binaryListOf("~/Zoë's 日記"));
   EXPECT_EQ(found(), "The folder with a name.");
 }
 
-TEST_F(Settings, MayBeXmlWithANameInAnyScript) {
-  home_.setJournalRoot("app.halvane.Halvane", "~/Zoë's 日記");
-  EXPECT_EQ(found(), "The folder with a name.");
-}
-
-TEST_F(Settings, InBinaryWithAValueThatIsNoTextLeadOn) {
+TEST_F(SettingsFile, InBinaryWithAValueThatIsNoTextLeadOn) {
   writeEarlier(binaryListOf("~/Earlier"));
   for (const plist_t value :
        {plist_new_uint(5), plist_new_bool(1), plist_new_array(), plist_new_data("~/Journal", 9)}) {
@@ -86,24 +81,7 @@ TEST_F(Settings, InBinaryWithAValueThatIsNoTextLeadOn) {
   }
 }
 
-TEST_F(Settings, InXmlWithAValueThatIsNoTextLeadOn) {
-  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
-  for (const char* value :
-       {"<integer>5</integer>", "<true/>", "<array/>", "<dict/>", "<data>fi9Kb3VybmFs</data>",
-        "<date>2025-11-03T09:14:00Z</date>", "<real>1.5</real>"}) {
-    SCOPED_TRACE(value);
-    write(propertyListWith("journalRoot", value));
-    EXPECT_EQ(found(), "The folder from the earlier settings.");
-  }
-}
-
-TEST_F(Settings, WithoutTheKeyLeadOn) {
-  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
-  write(propertyListOfText("JournalRoot", "~/Journal"));
-  EXPECT_EQ(found(), "The folder from the earlier settings.");
-}
-
-TEST_F(Settings, ThatAreNoPropertyListLeadOn) {
+TEST_F(SettingsFile, ThatAreNoPropertyListLeadOn) {
   writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
   for (const char* content :
        {"", "journalRoot=~/Journal", "bplist00", "bplist00\x01\x02\x03", "<plist>",
@@ -115,31 +93,21 @@ TEST_F(Settings, ThatAreNoPropertyListLeadOn) {
   }
 }
 
-TEST_F(Settings, ThatAreEnormousLeadOn) {
+TEST_F(SettingsFile, ThatAreEnormousLeadOn) {
   writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
   write(propertyListOfText("journalRoot", "~/Journal") + std::string(16 << 20, '\n'));
   EXPECT_EQ(found(), "The folder from the earlier settings.");
 }
 
-TEST_F(Settings, ThatAreAFolderLeadOn) {
+TEST_F(SettingsFile, ThatAreAFolderLeadOn) {
   makeFolder(home_.below(".config/app.halvane.Halvane.plist"));
   EXPECT_EQ(found(), "The usual folder.");
 }
 
-TEST_F(Settings, MayBeALinkToThem) {
+TEST_F(SettingsFile, MayBeALinkToThem) {
   writeFile(home_.below("dotfiles/settings"), propertyListOfText("journalRoot", "~/Journal"));
   makeLink(home_.below(".config/app.halvane.Halvane.plist"), home_.below("dotfiles/settings"));
   EXPECT_EQ(found(), "The folder from the settings.");
-}
-
-TEST_F(Settings, MayChangeBetweenTwoCallsOfOneServer) {
-  ServerProcess server({.home = home_.path(), .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"}});
-  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe usual folder."));
-  writeEarlier(propertyListOfText("journalRoot", "~/Earlier"));
-  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe folder from the earlier settings."));
-  write(binaryListOf("~/Journal"));
-  EXPECT_TRUE(askTool(server, "search_entries", "{}").ends_with("\nThe folder from the settings."));
-  EXPECT_EQ(server.finish(), quietEnding);
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ TEST_F(UnreadableFile, MayBeTheJournal) {
 // Settings that can't be read are none: the usual folder is the journal.
 TEST_F(UnreadableFile, MayBeTheSettings) {
   home_.setJournalRoot("app.halvane.Halvane", "~/Elsewhere");
-  chmod(home_.below(".config/app.halvane.Halvane.plist").c_str(), 0);
+  chmod(home_.settings("app.halvane.Halvane").c_str(), 0);
   chmod(closed_.c_str(), 0);
   expectOnlyTheOther();
 }

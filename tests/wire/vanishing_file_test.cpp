@@ -153,7 +153,7 @@ TEST_F(VanishingFile, MayBeTheSettings) {
   writeFile(home_.below("Elsewhere/a.md"), EntryFile{.body = "steady elsewhere"}.text());
   home_.setJournalRoot("app.halvane.Halvane", "~/Elsewhere");
   EXPECT_NE(search().find("…steady elsewhere…"), std::string::npos);
-  std::filesystem::remove(home_.below(".config/app.halvane.Halvane.plist"));
+  std::filesystem::remove(home_.settings("app.halvane.Halvane"));
   expectSteadyEntries(search());
   EXPECT_EQ(server_.finish(), quietEnding);
 }
