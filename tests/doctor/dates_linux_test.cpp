@@ -16,9 +16,9 @@ struct User {
   std::string words;
 };
 
-class Dates : public testing::TestWithParam<User> {};
+class DatesInWords : public testing::TestWithParam<User> {};
 
-TEST_P(Dates, AreShownAsTheUserSetsThem) {
+TEST_P(DatesInWords, AreShownAsTheUserSetsThem) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
   std::vector<std::string> variables = GetParam().variables;
@@ -30,7 +30,7 @@ TEST_P(Dates, AreShownAsTheUserSetsThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Of, Dates,
+    Of, DatesInWords,
     testing::Values(User{"AnAmericanInUtc",
                          {},
                          "Nov 3, 2025 at 9:14 AM.\n  The locale is en_US, the time zone UTC+00:00.\n"},

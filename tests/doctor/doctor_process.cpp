@@ -1,15 +1,19 @@
 #include "tests/doctor/doctor_process.h"
 
 #include <fcntl.h>
-#include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 #include <stdexcept>
+
+#include "tests/support/program.h"
+#include "tests/support/user_settings.h"
 
 namespace halvane {
 namespace {
@@ -33,25 +37,22 @@ std::string contentOf(std::FILE* file) {
   return content;
 }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
+// Of a variable that is named twice the C library takes the first.
+std::vector<std::string> environmentOf(const Call& call) {
+  std::vector<std::string> variables = call.variables;
+  const std::vector<std::string> ofHome = variablesOfHome(call.home);
+  variables.insert(variables.end(), ofHome.begin(), ofHome.end());
+  variables.insert(variables.end(), {"PATH=/usr/bin:/bin", "LC_ALL=en_US.UTF-8", "TZ=UTC"});
+  return variables;
 }
 
-// The program is open already: the user that the process becomes may have no way to it. Of a variable that is
-// named twice the C library takes the first.
-[[noreturn]] void becomeDoctor(int program, const Call& call) {
+[[noreturn]] void becomeDoctor(const Program& program, const Call& call) {
   try {
     if (chdir("/") != 0) throw std::runtime_error("no current folder");
     if (call.before) call.before();
     std::vector<std::string> arguments = {"halvane_doctor"};
     arguments.insert(arguments.end(), call.arguments.begin(), call.arguments.end());
-    std::vector<std::string> variables = call.variables;
-    variables.insert(variables.end(),
-                     {"HOME=" + call.home, "PATH=/usr/bin:/bin", "LC_ALL=en_US.UTF-8", "TZ=UTC"});
-    fexecve(program, pointersTo(arguments).data(), pointersTo(variables).data());
+    program.become(arguments, environmentOf(call));
   } catch (const std::exception& trouble) {
     dprintf(STDERR_FILENO, "%s\n", trouble.what());
   }
@@ -65,10 +66,22 @@ const char* programFor(const Call& call) {
   return HALVANE_DOCTOR;
 }
 
-int openProgram(const Call& call) {
-  const int program = open(programFor(call), O_RDONLY | O_CLOEXEC);
-  if (program < 0) throw std::runtime_error("can't open the doctor");
-  return program;
+// A new terminal: the end that shows what is written at the other.
+int openTerminal() {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+    throw std::runtime_error("no terminal");
+  fcntl(terminal, F_SETFD, FD_CLOEXEC);
+  return terminal;
+}
+
+// Makes the other end of `terminal` all three streams of this process.
+void sitDownAt(int terminal) {
+  setsid();
+  const int seat = open(ptsname(terminal), O_RDWR);
+  ioctl(seat, TIOCSCTTY, 0);
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(seat, stream);
+  if (seat > STDERR_FILENO) close(seat);
 }
 
 int waitFor(pid_t process) {
@@ -82,7 +95,7 @@ int waitFor(pid_t process) {
 Answer callDoctor(const Call& call) {
   const File output = temporaryFile();
   const File errors = temporaryFile();
-  const int program = openProgram(call);
+  const Program program(programFor(call));
   const pid_t process = fork();
   if (process < 0) throw std::runtime_error("no process");
   if (process == 0) {
@@ -90,18 +103,19 @@ Answer callDoctor(const Call& call) {
     dup2(fileno(errors.get()), STDERR_FILENO);
     becomeDoctor(program, call);
   }
-  close(program);
   const int status = waitFor(process);
   return {status, contentOf(output.get()), contentOf(errors.get())};
 }
 
 Answer callDoctorAtTerminal(const Call& call) {
-  const int program = openProgram(call);
-  int terminal = -1;
-  const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (process < 0) throw std::runtime_error("no terminal");
-  if (process == 0) becomeDoctor(program, call);
-  close(program);
+  const Program program(programFor(call));
+  const int terminal = openTerminal();
+  const pid_t process = fork();
+  if (process < 0) throw std::runtime_error("no process");
+  if (process == 0) {
+    sitDownAt(terminal);
+    becomeDoctor(program, call);
+  }
   std::string output;
   std::array<char, 4096> block;
   // The reading ends with an error when the last process at the terminal has ended.

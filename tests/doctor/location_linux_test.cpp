@@ -8,21 +8,19 @@
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
 
-// Where the journal is, and who says so.
+// The files of settings, and what the doctor says of those that don't tell where the journal is.
 
 namespace halvane {
 namespace {
 
-class Location : public testing::Test {
+class SettingsFiles : public testing::Test {
  protected:
-  Location() {
+  SettingsFiles() {
     home_.write("a.md", EntryFile{}.text());
     writeFile(home_.below("Journal/a.md"), EntryFile{}.text());
   }
 
-  std::string settings(std::string_view suite) const {
-    return home_.below(".config/" + std::string(suite) + ".plist");
-  }
+  std::string settings(std::string_view suite) const { return home_.settings(suite); }
   Answer answer() const { return callDoctor({.home = home_.path()}); }
   Answer answerToOrdinaryUser() const {
     chmod(home_.path().c_str(), 0755);
@@ -32,7 +30,7 @@ class Location : public testing::Test {
   const TemporaryHome home_;
 };
 
-TEST_F(Location, IsTheDefaultFolderWithoutSettings) {
+TEST_F(SettingsFiles, AreNamedWhereTheyWouldBe) {
   const Answer given = answer();
   EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.journal() +
                                        "\n  This is the default folder: no preferences name another.\n  " +
@@ -42,17 +40,7 @@ TEST_F(Location, IsTheDefaultFolderWithoutSettings) {
   EXPECT_EQ(given.status, 0);
 }
 
-TEST_F(Location, IsWhatThePreferencesSay) {
-  home_.setJournalRoot(primarySuite, "~/Journal");
-  const Answer given = answer();
-  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.below("Journal") +
-                                       "\n  The preferences of " + std::string(primarySuite) +
-                                       " name this folder.\n\n"))
-      << given.output;
-  EXPECT_EQ(given.status, 0);
-}
-
-TEST_F(Location, IsWhatTheEarlierPreferencesSay) {
+TEST_F(SettingsFiles, ThatAreMissingAreNamedWhereTheEarlierOnesCount) {
   home_.setJournalRoot(legacySuite, "~/Journal");
   const Answer given = answer();
   EXPECT_TRUE(given.says("  " + home_.below("Journal") + "\n  The preferences of " +
@@ -62,7 +50,7 @@ TEST_F(Location, IsWhatTheEarlierPreferencesSay) {
   EXPECT_EQ(given.status, 0);
 }
 
-TEST_F(Location, IsTheDefaultFolderIfPreferencesNameNone) {
+TEST_F(SettingsFiles, ThatNameNoJournalAreNamed) {
   writeFile(settings(primarySuite), propertyListOfText("theme", "dark"));
   writeFile(settings(legacySuite), propertyListWith("journalRoot", "<true/>"));
   const Answer given = answer();
@@ -73,7 +61,7 @@ TEST_F(Location, IsTheDefaultFolderIfPreferencesNameNone) {
   EXPECT_EQ(given.status, 0);
 }
 
-TEST_F(Location, OfPreferencesThatCannotBeReadNeedsAttention) {
+TEST_F(SettingsFiles, ThatCannotBeReadWantAttention) {
   home_.setJournalRoot(primarySuite, "~/Journal");
   chmod(settings(primarySuite).c_str(), 0);
   const Answer given = answerToOrdinaryUser();
@@ -83,7 +71,7 @@ TEST_F(Location, OfPreferencesThatCannotBeReadNeedsAttention) {
   EXPECT_EQ(given.status, 1);
 }
 
-TEST_F(Location, OfPreferencesThatAreNotAPropertyListNeedsAttention) {
+TEST_F(SettingsFiles, ThatAreNoPropertyListWantAttention) {
   writeFile(settings(primarySuite), "journalRoot=~/Journal");
   const Answer given = answer();
   EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": not a property list, or longer than 16 MiB.\n"))
@@ -91,7 +79,7 @@ TEST_F(Location, OfPreferencesThatAreNotAPropertyListNeedsAttention) {
   EXPECT_EQ(given.status, 1);
 }
 
-TEST_F(Location, OfPreferencesGoesByTheFolderForThem) {
+TEST_F(SettingsFiles, AreInTheFolderForThem) {
   writeFile(home_.below("settings/" + std::string(primarySuite) + ".plist"),
             propertyListOfText("journalRoot", "~/Journal"));
   const Answer given =

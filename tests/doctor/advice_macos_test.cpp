@@ -1,0 +1,33 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/doctor/doctor_process.h"
+#include "tests/support/child_process.h"
+#include "tests/support/entry_file.h"
+#include "tests/support/temporary_home.h"
+
+namespace halvane {
+namespace {
+
+TEST(Advice, TellsWhereAClosedJournalIsAllowed) {
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{}.text());
+  chmod(home.path().c_str(), 0755);
+  chmod(home.journal().c_str(), 0);
+  const Answer given = callDoctor({.home = home.path(), .before = becomeOrdinaryUser});
+  chmod(home.journal().c_str(), 0755);
+  EXPECT_TRUE(given.says("\n  macOS protects the Documents folder. Allow this terminal and "))
+      << given.output;
+}
+
+// The terminal may have a right that the assistant has not.
+TEST(Advice, IsGivenForAJournalThatCanBeReadHere) {
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{}.text());
+  const Answer given = callDoctor({.home = home.path()});
+  EXPECT_TRUE(given.says("\n  macOS protects the Documents folder for each app. ")) << given.output;
+  EXPECT_EQ(given.status, 0);
+}
+
+}  // namespace
+}  // namespace halvane
