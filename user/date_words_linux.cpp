@@ -10,6 +10,7 @@
 
 #include "text/icu.h"
 #include "user/date_words.h"
+#include "user/hour_letters.h"
 #include "user/icu_dates.h"
 #include "user/user_locale.h"
 
@@ -31,10 +32,10 @@ icu::UnicodeString patternFor(const icu::Locale& locale) {
     const icu::UnicodeString byWord = generator->getDateTimeFormat(UDAT_LONG, status);
     generator->setDateTimeFormat(UDAT_MEDIUM, byWord, status);
   }
-  // The hour is as short as the skeleton has it: 9:14, also where the locale itself would write 09:14.
-  icu::UnicodeString pattern = generator->getBestPattern(u"yMMMdjmm", UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
+  const icu::UnicodeString pattern = generator->getBestPattern(u"yMMMdjmm", status);
   check(status);
-  return pattern;
+  std::string text;
+  return icu::UnicodeString::fromUTF8(withShortHours(pattern.toUTF8String(text)));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "user/core_foundation.h"
 #include "user/date_words.h"
+#include "user/hour_letters.h"
 #include "user/user_locale.h"
 
 namespace halvane {
@@ -21,34 +22,39 @@ bool isSet(CFStringRef setting) {
   return CFPreferencesGetAppBooleanValue(setting, kCFPreferencesCurrentApplication, nullptr) != 0;
 }
 
-// j stands for the hours that the locale prefers. A user who wants the others has a setting for that, which
-// CFLocaleCopyCurrent would mix in as it was when the process first asked. So it is read here, anew each
-// time.
-CFStringRef fieldsToShow() {
+bool isOf(CFLocaleRef locale, CFStringRef part, CFStringRef value) {
+  const auto found = static_cast<CFStringRef>(CFLocaleGetValue(locale, part));
+  return found != nullptr && CFEqual(found, value);
+}
+
+// The fields to show with the hours that the user wants in place of the locale's; null without such a wish.
+// CFLocaleCopyCurrent would mix the wish in as it was when the process first asked. So it is read here, anew
+// each time. In Taiwan the twelve hours go by the parts of the day, B, and not by its halves.
+CFStringRef wantedFields(CFLocaleRef locale) {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   if (isSet(CFSTR("AppleICUForce24HourTime"))) return CFSTR("yMMMdHmm");
-  if (isSet(CFSTR("AppleICUForce12HourTime"))) return CFSTR("yMMMdhmm");
-  return CFSTR("yMMMdjmm");
+  if (!isSet(CFSTR("AppleICUForce12HourTime"))) return nullptr;
+  const bool isTaiwan =
+      isOf(locale, kCFLocaleLanguageCode, CFSTR("zh")) && isOf(locale, kCFLocaleCountryCode, CFSTR("TW"));
+  return isTaiwan ? CFSTR("yMMMdBhmm") : CFSTR("yMMMdhmm");
 }
 
-// `pattern` with every hour at its shortest: 9:14, also where the locale itself would write 09:14. What
-// stands between apostrophes is text.
-std::string withShortHours(std::string_view pattern) {
-  constexpr std::string_view hours = "hHkK";
-  std::string shortened;
-  bool isText = false;
-  for (const char letter : pattern) {
-    if (letter == '\'') isText = !isText;
-    const bool isHour = !isText && hours.find(letter) != std::string_view::npos;
-    if (!isHour || !shortened.ends_with(letter)) shortened += letter;
-  }
-  return shortened;
-}
-
-CfOwned<CFStringRef> patternFor(CFLocaleRef locale) {
+std::string patternOf(CFStringRef fields, CFLocaleRef locale) {
   const auto pattern =
-      checked(CFDateFormatterCreateDateFormatFromTemplate(kCFAllocatorDefault, fieldsToShow(), 0, locale));
-  return cfString(withShortHours(utf8Text(pattern.get()).value_or(std::string())));
+      checked(CFDateFormatterCreateDateFormatFromTemplate(kCFAllocatorDefault, fields, 0, locale));
+  return utf8Text(pattern.get()).value_or(std::string());
+}
+
+// The hour is at its shortest where its letter is the one that the locale prefers, as j stands for. Hours
+// that the user forces on it are as long as it has them; in English they are short, too.
+std::string patternFor(CFLocaleRef locale) {
+  const std::string own = patternOf(CFSTR("yMMMdjmm"), locale);
+  const CFStringRef fields = wantedFields(locale);
+  if (fields == nullptr) return withShortHours(own);
+  const std::string wanted = patternOf(fields, locale);
+  const bool isShort =
+      hourLetter(wanted) == hourLetter(own) || isOf(locale, kCFLocaleLanguageCode, CFSTR("en"));
+  return isShort ? withShortHours(wanted) : wanted;
 }
 
 void replaceAll(std::string& text, std::string_view old, std::string_view replacement) {
@@ -71,7 +77,7 @@ DateWords::DateWords() {
   auto format = checked(CFDateFormatterCreate(kCFAllocatorDefault, locale.get(), kCFDateFormatterNoStyle,
                                               kCFDateFormatterNoStyle));
   CFDateFormatterSetProperty(format.get(), kCFDateFormatterTimeZone, zone.get());
-  CFDateFormatterSetFormat(format.get(), patternFor(locale.get()).get());
+  CFDateFormatterSetFormat(format.get(), cfString(patternFor(locale.get())).get());
   formatter_ = std::make_unique<Formatter>(Formatter{std::move(format)});
 }
 

@@ -48,6 +48,8 @@ TEST(DateWords, TheHourHasNoLeadingZeroAndSecondsAreNotShown) {
   EXPECT_EQ(wordsFor("2025-11-03T00:05:59Z", "de_DE"), "3. Nov. 2025, 0:05");
   EXPECT_EQ(wordsFor("2025-11-03T13:05:59Z", "en_US"), "Nov 3, 2025 at 1:05 PM");
   EXPECT_EQ(wordsFor("2025-11-03T23:59:59Z", "de_DE"), "3. Nov. 2025, 23:59");
+  for (const char* locale : {"yo", "yo_BJ", "yo_NG", "sq_AL", "bs_BA", "kn_IN", "gu_IN", "fil_PH"})
+    EXPECT_EQ(wordsFor("2025-11-03T09:14:00Z", locale).find("09:14"), std::string::npos) << locale;
 }
 
 TEST(DateWords, HoldNoNarrowNoBreakSpace) {
