@@ -42,6 +42,7 @@ Examination examineJournal(Progress& progress) {
   }
   const std::string& root = examination.location.root.path;
   examination.error = errorOpeningFolder(root);
+  examination.inTheCloud = cloudFilesBelow(root);
   // Any opening will do here: a file that begins otherwise is what the person may be looking for.
   readFilesBelow(
       root, ".md", {},

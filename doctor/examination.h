@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "doctor/icloud.h"
 #include "doctor/progress.h"
 #include "journal/entry.h"
 #include "journal/entry_parser.h"
@@ -47,6 +48,7 @@ struct Examination {
   std::size_t files = 0;  ///< that are named like entries
   std::size_t entries = 0;
   std::vector<LeftOut> leftOut;
+  CloudFiles inTheCloud;                    ///< before they were read
   std::string_view notRefused;              ///< what sandbox::enterReadOnly() returned
   std::map<std::string, std::size_t> tags;  ///< each with the number of entries that carry it
 };

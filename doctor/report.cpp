@@ -75,7 +75,8 @@ std::string shown(std::string_view path) {
 }
 
 void describe(const SettingsWithoutRoot& settings, Page& page) {
-  const std::string place = shown(settings.file.value_or("The preferences of " + settings.suite));
+  if (!settings.file) return;  // the system keeps them, and has told that they name no journal
+  const std::string place = shown(*settings.file);
   switch (settings.cause) {
     case SettingsWithoutRoot::Cause::absent:
       return page.line(place + ": not found.");
@@ -133,6 +134,19 @@ void describeLeftOut(const Examination& examination, Page& page) {
   }
 }
 
+void describeCloud(const CloudFiles& files, Page& page) {
+  if (files.placeholders > 0) {
+    page.attention("Entries that iCloud Drive has not downloaded: " + std::to_string(files.placeholders) +
+                   ". The server can't see them.");
+    page.line(
+        "In the Finder, control-click the journal's folder and choose Keep Downloaded or Download Now.");
+  }
+  if (files.withoutContent > 0) {
+    page.line("Files that were in iCloud Drive alone: " + std::to_string(files.withoutContent) +
+              ". Reading them waits for their download.");
+  }
+}
+
 void describeContent(const Examination& examination, Page& page) {
   page.heading("What is in it");
   if (examination.error) {
@@ -145,6 +159,7 @@ void describeContent(const Examination& examination, Page& page) {
     page.line("Entries among them: " + std::to_string(examination.entries));
     if (examination.entries == 0) page.attention("The server finds no entries.");
     describeLeftOut(examination, page);
+    describeCloud(examination.inTheCloud, page);
   }
   if (const std::string more = advice(examination.error); !more.empty()) page.line(more);
 }
