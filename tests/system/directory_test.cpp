@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/file_names.h"
 #include "tests/support/special_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
@@ -44,10 +45,14 @@ std::vector<std::string> namesIn(const std::string& path) {
 
 TEST(Directory, ListsNamesInTheOrderOfTheirBytes) {
   const TemporaryFolder folder;
-  for (const char* name : {"b", "a", "B", "a-b", "ab", "é", "z", "\xFF", "10", "9", " "})
-    writeFile(folder.below(name), "");
-  EXPECT_EQ(namesIn(folder.path()),
-            (std::vector<std::string>{" ", "10", "9", "B", "a", "a-b", "ab", "b", "z", "é", "\xFF"}));
+  std::vector<std::string> names = {"b", "a", "C", "a-b", "ab", "é", "z", "10", "9", " "};
+  std::vector<std::string> sorted = {" ", "10", "9", "C", "a", "a-b", "ab", "b", "z", "é"};
+  if (takesNamesThatAreNoText()) {
+    names.insert(names.begin() + 5, "\xFF");
+    sorted.emplace_back("\xFF");
+  }
+  for (const std::string& name : names) writeFile(folder.below(name), "");
+  EXPECT_EQ(namesIn(folder.path()), sorted);
 }
 
 TEST(Directory, TellsEachItemsKind) {
