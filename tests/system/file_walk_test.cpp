@@ -267,7 +267,7 @@ TEST(Walk, FindsItsWayBackFromAnyDepthHoweverManyDescriptorsThereAre) {
     below.resize(below.size() - std::string_view("folder/").size());
     expected.insert(expected.end(), {below + "z/a.md", below + "z/z/a.md"});
   }
-  for (const int descriptors : {3, 4, 5, 8, 100}) {
+  for (const std::size_t descriptors : {3U, 4U, 5U, 8U, 100U}) {
     EXPECT_EQ(inChildProcess([&] {
                 limitFurtherDescriptors(descriptors);
                 return joined(walked(folder.path()));
