@@ -36,8 +36,7 @@ constexpr AllowedCall withCommand(std::uint32_t call, unsigned argument, std::ui
 
 constexpr std::array allowedCalls = {
     // Reading files and folders
-    withFlags(SYS_openat, 2,
-              O_RDONLY | O_CLOEXEC | O_DIRECTORY | O_LARGEFILE | O_NOCTTY | O_NOFOLLOW | O_NONBLOCK),
+    withFlags(SYS_openat, 2, O_CLOEXEC | O_DIRECTORY | O_LARGEFILE | O_NOCTTY | O_NOFOLLOW | O_NONBLOCK),
     AllowedCall{SYS_close},
     AllowedCall{SYS_read},
     AllowedCall{SYS_preadv2},
