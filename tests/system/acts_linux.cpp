@@ -57,10 +57,6 @@ long reachTcp(Reaching reach, in_port_t port) {
   const int mine = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   return mine < 0 ? -1 : reach(mine, reinterpret_cast<const sockaddr*>(&address), sizeof address);
 }
-long askForSignals(int command, long value) {
-  int ends[2];
-  return pipe2(ends, O_CLOEXEC) == 0 ? fcntl(ends[0], command, value) : -1;
-}
 long readOther(const Scene& scene) {
   char mine = 0;
   static char theirs = 1;
@@ -160,10 +156,10 @@ const Act acts[] = {
     {"SetOwnerOfSignals", refused, never,
      [](const Scene& s) -> long {
        const f_owner_ex owner{F_OWNER_PID, s.other};
-       return askForSignals(F_SETOWN_EX, reinterpret_cast<long>(&owner));
+       return fcntl(s.reading, F_SETOWN_EX, &owner);
      }},
-    {"ChooseSignal", refused, never, [](const Scene&) { return askForSignals(F_SETSIG, SIGCONT); }},
-    {"AskForSignals", refused, never, [](const Scene&) { return askForSignals(F_SETFL, O_ASYNC); }},
+    {"ChooseSignal", refused, never, [](const Scene& s) -> long { return fcntl(s.reading, F_SETSIG, SIGCONT); }},
+    {"AskForSignals", refused, never, [](const Scene& s) -> long { return fcntl(s.reading, F_SETFL, O_ASYNC); }},
     {"LimitAnother", refused, never,
      [](const Scene& s) -> long {
        rlimit limit{};
