@@ -17,8 +17,7 @@ std::string_view enterReadOnly() {
            "memory of your other programs.";
   }
   if (giveUpChangingFiles())
-    return "This Linux takes no filter of system calls from it: Landlock keeps it from writing files, but "
-           "not "
+    return "This Linux takes no filter of system calls from it: Landlock keeps it from writing files, but not "
            "from changing their modes and times, from the network or from starting programs.";
   return "This Linux lets it have neither Landlock nor a filter of system calls: nothing but its own code "
          "keeps it to reading.";

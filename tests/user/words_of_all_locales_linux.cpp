@@ -10,20 +10,22 @@
 #include "user/date_words.h"
 #include "user/user_locale.h"
 
-// Prints the words for every month and quarter of a day, in every locale that ICU has, in its other calendars and
-// digits, and in some that it doesn't have. Linked twice, with all of ICU's data and with what the programs get of it,
-// it must print the same.
+// Prints the words for every month and quarter of a day, in every locale that ICU has, in its other calendars
+// and digits, and in some that it doesn't have. Linked twice, with all of ICU's data and with what the
+// programs get of it, it must print the same.
 
 namespace {
 
 std::vector<std::string> names() {
-  std::vector<std::string> names = {"C", "xx_XX", "de-AT-u-nu-roman", "en_US_POSIX", "he-IL-u-ca-hebrew", "zh-u-nu-hansfin"};
+  std::vector<std::string> names = {
+      "C", "xx_XX", "de-AT-u-nu-roman", "en_US_POSIX", "he-IL-u-ca-hebrew", "zh-u-nu-hansfin"};
   std::int32_t count = 0;
   const icu::Locale* available = icu::Locale::getAvailableLocales(count);
   for (std::int32_t i = 0; i < count; ++i) names.emplace_back(available[i].getName());
   for (const char* language : {"ar", "de", "en", "fa", "he", "hi", "ja", "th", "zh"}) {
-    for (const char* calendar : {"buddhist", "chinese", "coptic", "dangi", "ethioaa", "ethiopic", "gregory", "hebrew",
-                                 "indian", "islamic", "islamicc", "iso8601", "japanese", "persian", "roc"})
+    for (const char* calendar :
+         {"buddhist", "chinese", "coptic", "dangi", "ethioaa", "ethiopic", "gregory", "hebrew", "indian",
+          "islamic", "islamicc", "iso8601", "japanese", "persian", "roc"})
       names.push_back(std::string(language) + "-u-ca-" + calendar);
     for (const char* digits : {"arab", "beng", "deva", "hant", "hebr", "jpan", "latn", "roman", "taml"})
       names.push_back(std::string(language) + "-u-nu-" + digits);
