@@ -6,7 +6,7 @@
 #include "doctor/examination.h"
 #include "doctor/progress.h"
 #include "doctor/report.h"
-#include "system/sandbox.h"
+#include "sandbox/sandbox.h"
 #include "system/streams.h"
 
 namespace {

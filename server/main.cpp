@@ -1,7 +1,7 @@
 #include <csignal>
 
+#include "sandbox/sandbox.h"
 #include "server/message_loop.h"
-#include "system/sandbox.h"
 
 namespace {
 

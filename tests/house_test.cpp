@@ -25,12 +25,13 @@ const std::vector<Room>& rooms() {
       {"text", {}},
       {"search", {"text"}},
       {"system", {}},
+      {"sandbox", {}},
       {"user", {"text", "system"}},
       {"journal", {"user", "search", "text", "system"}},
       {"tools", {"journal", "user", "search", "text", "system"}},
       // The two programs stand side by side under the roof, and neither knows the other.
-      {"server", {"tools", "journal", "user", "search", "text", "system"}},
-      {"doctor", {"tools", "journal", "user", "search", "text", "system"}},
+      {"server", {"tools", "journal", "user", "search", "text", "system", "sandbox"}},
+      {"doctor", {"tools", "journal", "user", "search", "text", "system", "sandbox"}},
   };
   return all;
 }

@@ -1,4 +1,4 @@
-#include "system/sandbox.h"
+#include "sandbox/sandbox.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

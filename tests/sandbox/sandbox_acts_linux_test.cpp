@@ -15,12 +15,12 @@
 #include <string>
 #include <vector>
 
-#include "system/sandbox.h"
+#include "sandbox/sandbox.h"
+#include "tests/sandbox/acts_linux.h"
 #include "tests/support/child_process.h"
 #include "tests/support/lesser_kernel.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
-#include "tests/system/acts_linux.h"
 
 // Each act is done in a process of its own: outside the sandbox, where it must succeed, then inside, then
 // behind each of the two locks alone.

@@ -1,4 +1,4 @@
-#include "system/sandbox.h"
+#include "sandbox/sandbox.h"
 
 // Declared in <sandbox.h>, a system header that is deprecated without a successor for command-line programs.
 extern "C" {

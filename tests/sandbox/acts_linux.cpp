@@ -1,4 +1,4 @@
-#include "tests/system/acts_linux.h"
+#include "tests/sandbox/acts_linux.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>

@@ -1,4 +1,4 @@
-#include "system/call_filter_linux.h"
+#include "sandbox/call_filter_linux.h"
 
 #include <linux/audit.h>
 #include <linux/filter.h>
@@ -13,7 +13,7 @@
 #include <cstdint>
 #include <span>
 
-#include "system/allowed_calls_linux.h"
+#include "sandbox/allowed_calls_linux.h"
 
 namespace halvane::sandbox {
 namespace {

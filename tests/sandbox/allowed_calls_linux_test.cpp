@@ -1,4 +1,4 @@
-#include "system/allowed_calls_linux.h"
+#include "sandbox/allowed_calls_linux.h"
 
 #include <gtest/gtest.h>
 #include <linux/filter.h>
@@ -20,7 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "system/sandbox.h"
+#include "sandbox/sandbox.h"
 #include "tests/support/child_process.h"
 #include "tests/support/security_page.h"
 
@@ -197,7 +197,7 @@ using ConstantsByCall = std::map<std::string, std::set<std::string>>;
 
 // Each call that the source allows, on whatever processor, and the constants in its rows
 ConstantsByCall writtenInTheSource() {
-  std::ifstream file(HALVANE_SOURCE_FOLDER "/system/allowed_calls_linux.h");
+  std::ifstream file(HALVANE_SOURCE_FOLDER "/sandbox/allowed_calls_linux.h");
   std::stringstream source;
   source << file.rdbuf();
   const std::string text = source.str();

@@ -1,8 +1,8 @@
 #include <sys/prctl.h>
 
-#include "system/call_filter_linux.h"
-#include "system/landlock_linux.h"
-#include "system/sandbox.h"
+#include "sandbox/call_filter_linux.h"
+#include "sandbox/landlock_linux.h"
+#include "sandbox/sandbox.h"
 
 namespace halvane::sandbox {
 

@@ -1,4 +1,4 @@
-#include "system/landlock_linux.h"
+#include "sandbox/landlock_linux.h"
 
 #include <linux/landlock.h>
 #include <sys/syscall.h>
