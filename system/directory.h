@@ -2,7 +2,6 @@
 
 // What a folder holds.
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -19,6 +18,7 @@ class Directory {
 
   struct Item {
     std::size_t offset;    // of the name in the folder's list of names
+    std::uint64_t key;     // in whose order the names are, unless their keys are the same
     std::uint16_t length;  // of the name: no system's are longer
     Kind kind;             // as the listing tells it
   };
@@ -32,14 +32,13 @@ class Directory {
   std::string_view name(const Item& item) const { return {names_.data() + item.offset, item.length}; }
 
  private:
-  void add(std::string_view name, Kind kind) {
-    items_.push_back({names_.size(), static_cast<std::uint16_t>(name.size()), kind});
-    names_.append(name).push_back('\0');
+  // Takes over the NUL after the name too.
+  void add(const char* name, Kind kind) {
+    const std::size_t length = std::char_traits<char>::length(name);
+    items_.push_back({names_.size(), 0, static_cast<std::uint16_t>(length), kind});
+    names_.append(name, length + 1);
   }
-  void sortByName() {
-    std::sort(items_.begin(), items_.end(),
-              [this](const Item& left, const Item& right) { return name(left) < name(right); });
-  }
+  void sortByName();
 
   std::vector<Item> items_;
   std::string names_;
