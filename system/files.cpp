@@ -16,13 +16,35 @@ constexpr std::size_t longestRead = 1 << 30;  // some systems refuse a read(2) o
 enum class Verdict { accepted, rejected, undecided };
 
 Verdict judge(std::string_view beginning, Openings openings) {
-  if (openings.empty()) return Verdict::accepted;
   Verdict verdict = Verdict::rejected;
   for (const std::string_view opening : openings) {
     if (beginning.starts_with(opening)) return Verdict::accepted;
     if (opening.starts_with(beginning)) verdict = Verdict::undecided;
   }
   return verdict;
+}
+
+// The first reading is `readFirst`, which takes and returns what read(2) does.
+std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
+                                          std::size_t limit, auto readFirst) {
+  std::size_t size = 0;
+  Verdict verdict = openings.empty() ? Verdict::accepted : Verdict::undecided;
+  for (;;) {
+    if (size == buffer.capacity() && !buffer.resize(std::max(firstRead, 2 * size))) throw std::bad_alloc();
+    const std::size_t longest = verdict == Verdict::accepted ? longestRead : firstRead;
+    const std::size_t room = std::min(buffer.capacity() - size, longest);
+    const ssize_t count = size == 0 ? readFirst(file.number(), buffer.data(), room)
+                                    : read(file.number(), buffer.data() + size, room);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    size += static_cast<std::size_t>(count);
+    if (size > limit) return std::nullopt;
+    if (verdict != Verdict::accepted) verdict = judge({buffer.data(), size}, openings);
+    if (verdict == Verdict::rejected) return std::nullopt;
+  }
+  if (verdict != Verdict::accepted) return std::nullopt;
+  return std::string_view(buffer.data(), size);
 }
 
 std::error_code errorOpeningAs(int flags, std::string_view path) {
@@ -38,32 +60,18 @@ bool isRegular(const Descriptor& file) {
   return fstat(file.number(), &state) == 0 && S_ISREG(state.st_mode);
 }
 
-std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
-                                          std::size_t limit) {
-  std::size_t size = 0;
-  Verdict verdict = judge({}, openings);
-  for (;;) {
-    if (size == buffer.capacity() && !buffer.resize(std::max(firstRead, 2 * size))) throw std::bad_alloc();
-    const std::size_t longest = verdict == Verdict::accepted ? longestRead : firstRead;
-    const ssize_t count =
-        read(file.number(), buffer.data() + size, std::min(buffer.capacity() - size, longest));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) break;
-    size += static_cast<std::size_t>(count);
-    if (size > limit) return std::nullopt;
-    if (verdict != Verdict::accepted) verdict = judge({buffer.data(), size}, openings);
-    if (verdict == Verdict::rejected) return std::nullopt;
-  }
-  if (verdict != Verdict::accepted) return std::nullopt;
-  return std::string_view(buffer.data(), size);
-}
-
 std::optional<std::string_view> readFile(std::string_view path, Openings openings, ByteBuffer& buffer,
                                          std::size_t limit) {
   const Descriptor file = openPath(AT_FDCWD, path, toReadFile);
   if (!file.isOpen() || !isRegular(file)) return std::nullopt;
-  return readToEnd(file, openings, buffer, limit);
+  return readToEnd(file, openings, buffer, limit, &read);
+}
+
+std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
+                                          ReadAhead& readAhead) {
+  return readToEnd(file, openings, buffer, SIZE_MAX, [&](int number, char* data, std::size_t size) {
+    return readAhead.readFirst(number, data, size);
+  });
 }
 
 std::error_code errorOpening(std::string_view path) {

@@ -11,6 +11,7 @@
 
 #include "system/byte_buffer.h"
 #include "system/descriptor.h"
+#include "system/read_ahead.h"
 
 namespace halvane {
 
@@ -26,9 +27,10 @@ using Openings = std::span<const std::string_view>;
 std::optional<std::string_view> readFile(std::string_view path, Openings openings, ByteBuffer& buffer,
                                          std::size_t limit = SIZE_MAX);
 
-/// The same for a file that is open already, at its beginning, and whose kind doesn't matter.
+/// The same, through `readAhead`, for a file that is open already, at its beginning, and whose kind and
+/// length don't matter.
 std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
-                                          std::size_t limit = SIZE_MAX);
+                                          ReadAhead& readAhead);
 
 /// Whether the open `file` is a regular one: no folder, pipe, socket or device.
 bool isRegular(const Descriptor& file);

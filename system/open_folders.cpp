@@ -32,10 +32,8 @@ bool OpenFolders::enter(std::string_view path, std::size_t parentLength) {
 }
 
 Descriptor OpenFolders::open(const char* name, int flags) {
-  Descriptor opened;
-  do {
-    opened = openName(current(), name, flags);
-  } while (!opened.isOpen() && letGo());
+  Descriptor opened = openName(current(), name, flags);
+  while (!opened.isOpen() && letGo()) opened = openName(current(), name, flags);
   return opened;
 }
 

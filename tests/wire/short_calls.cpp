@@ -1,12 +1,13 @@
 #include <sys/syscall.h>
 #include <sys/types.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 
-// A library for LD_PRELOAD: no read(2) or write(2) of the process into which it is loaded moves more bytes at
-// once than the environment's SHORT_CALLS says.
+// A library for LD_PRELOAD: no read(2), preadv2(2) or write(2) of the process into which it is loaded moves
+// more bytes at once than the environment's SHORT_CALLS says.
 
 namespace {
 
@@ -24,4 +25,11 @@ extern "C" [[gnu::visibility("default")]] ssize_t read(int descriptor, void* buf
 extern "C" [[gnu::visibility("default")]] ssize_t write(int descriptor, const void* buffer,
                                                         std::size_t count) {
   return syscall(SYS_write, descriptor, buffer, shortened(count));
+}
+
+// Fills no more than the first part.
+extern "C" [[gnu::visibility("default")]] ssize_t preadv2(int descriptor, const iovec* parts, int,
+                                                          off_t offset, int flags) {
+  const iovec first{parts->iov_base, shortened(parts->iov_len)};
+  return syscall(SYS_preadv2, descriptor, &first, 1, offset, 0, flags);
 }

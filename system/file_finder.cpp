@@ -1,0 +1,101 @@
+#include "system/file_finder.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "system/files.h"
+
+namespace halvane {
+namespace {
+
+using Kind = Directory::Kind;
+
+// The listing's word is taken where it has one; it costs a system call an item to ask again.
+Kind kindOf(const Directory& directory, const Directory::Item& item, int folder) {
+  if (item.kind != Kind::unknown) return item.kind;
+  struct stat state;
+  if (fstatat(folder, directory.name(item).data(), &state, AT_SYMLINK_NOFOLLOW) != 0) return Kind::other;
+  if (S_ISDIR(state.st_mode)) return Kind::folder;
+  return S_ISREG(state.st_mode) || S_ISLNK(state.st_mode) ? Kind::link : Kind::other;
+}
+
+std::string withSlashAtItsEnd(const std::string& path) {
+  return path.ends_with('/') ? path : path + '/';
+}
+
+bool noDescriptorIsLeft() {
+  return errno == EMFILE || errno == ENFILE;
+}
+
+}  // namespace
+
+FileFinder::FileFinder(const std::string& root, Descriptor top, std::string_view suffix)
+    : suffix_(suffix), path_(withSlashAtItsEnd(root)), folders_(std::move(top), path_.size() - 1) {
+  listFolder();
+}
+
+bool FileFinder::next(FoundFile& found, bool mayTryAgain) {
+  while (nextFile_ == files_.size()) {
+    if (waiting_.empty()) return false;
+    const bool isEntered = enterFolder(waiting_.back());
+    if (!isEntered && mayTryAgain && noDescriptorIsLeft()) return false;
+    waiting_.pop_back();
+    if (isEntered) {
+      listFolder();
+    } else {
+      found.path.assign(path_);
+      return true;
+    }
+  }
+  const Directory::Item& item = files_[nextFile_];
+  found.file = openFile(item);
+  if (!found.file.isOpen() && mayTryAgain && noDescriptorIsLeft()) return false;
+  ++nextFile_;
+  found.path.assign(path_).append(directory_.name(item));
+  return true;
+}
+
+bool FileFinder::isWanted(std::string_view name, Kind kind) const {
+  const bool isFile = kind == Kind::regular || kind == Kind::link;
+  return isFile && name.size() > suffix_.size() && name.ends_with(suffix_);
+}
+
+// Notes the current folder's files that are to be read, and its sub-folders, the first one on top.
+void FileFinder::listFolder() {
+  directory_.read(folders_.current());
+  files_.clear();
+  nextFile_ = 0;
+  const std::size_t firstWaiting = waiting_.size();
+  for (Directory::Item item : directory_.items()) {
+    const std::string_view name = directory_.name(item);
+    item.kind = kindOf(directory_, item, folders_.current());
+    if (item.kind == Kind::folder) waiting_.push_back({path_.size(), std::string(name)});
+    if (isWanted(name, item.kind)) files_.push_back(item);
+  }
+  std::reverse(waiting_.begin() + static_cast<std::ptrdiff_t>(firstWaiting), waiting_.end());
+}
+
+// A file that the listing has as regular is not asked for its kind again, and must not have become a link.
+Descriptor FileFinder::openFile(const Directory::Item& item) {
+  const bool isKnown = item.kind == Kind::regular;
+  Descriptor file =
+      folders_.open(directory_.name(item).data(), isKnown ? toReadFile | O_NOFOLLOW : toReadFile);
+  if (!isKnown && file.isOpen() && !isRegular(file)) {
+    file = Descriptor();
+    errno = 0;
+  }
+  return file;
+}
+
+bool FileFinder::enterFolder(const WaitingFolder& folder) {
+  path_.resize(folder.parentLength);
+  path_.append(folder.name).append("/");
+  const std::string_view path(path_);
+  return folders_.enter(path.substr(0, path.size() - 1), folder.parentLength - 1);
+}
+
+}  // namespace halvane

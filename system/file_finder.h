@@ -1,0 +1,56 @@
+#pragma once
+
+// How the files below a folder are found and opened, one after the other.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "system/descriptor.h"
+#include "system/directory.h"
+#include "system/open_folders.h"
+
+namespace halvane {
+
+/// A file whose turn has come, or a file or folder that can't be opened: then `file` is not open.
+struct FoundFile {
+  std::string path;  // absolute, raw bytes; a folder's ends in a slash
+  Descriptor file;
+};
+
+/// Goes through a folder in the order of readFilesBelow: lists a folder, opens its files, enters the next
+/// one.
+class FileFinder {
+ public:
+  /// Begins at the open folder `top`, whose path is `root`; finds files whose name ends in `suffix`, which
+  /// must outlive the finder.
+  FileFinder(const std::string& root, Descriptor top, std::string_view suffix);
+
+  /// Goes on to the next one. False at the end; false also where `mayTryAgain` and the system has no file
+  /// descriptor left for the next one. That one is still the next, for when some have been closed.
+  bool next(FoundFile& found, bool mayTryAgain);
+
+ private:
+  // The finder goes depth first, so what stands in `path_` before a waiting folder's name is always its
+  // parent.
+  struct WaitingFolder {
+    std::size_t parentLength;
+    std::string name;
+  };
+
+  bool isWanted(std::string_view name, Directory::Kind kind) const;
+  void listFolder();
+  Descriptor openFile(const Directory::Item& item);
+  bool enterFolder(const WaitingFolder& folder);
+
+  std::string_view suffix_;
+  std::string path_;  // of the current folder, with a slash at its end
+  OpenFolders folders_;
+  std::vector<WaitingFolder> waiting_;
+  Directory directory_;
+  std::vector<Directory::Item> files_;  // of the current folder
+  std::size_t nextFile_ = 0;
+};
+
+}  // namespace halvane
