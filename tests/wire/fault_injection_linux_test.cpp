@@ -54,6 +54,7 @@ Lines errors(const Lines& names) {
 const std::vector<FallibleCall> fallibleCalls = {
     {"openat", {"openat"}, errors({"EINTR", "EIO", "EACCES", "ENOENT", "EMFILE", "ENFILE", "ENOMEM"})},
     {"read", {"read"}, errors({"EINTR", "EIO", "EACCES", "ENOMEM"})},
+    {"preadv2", {"preadv2"}, errors({"EAGAIN", "EINTR", "EIO", "EOPNOTSUPP", "ENOSYS", "EPERM"})},
     {"getdents64", {"getdents64"}, errors({"EINTR", "EIO", "EACCES", "ENOENT", "ENOMEM"})},
     {"fstat", {"fstat", "newfstatat"}, errors({"EIO", "EACCES", "ENOENT", "ENOMEM"})},
     {"close", {"close"}, errors({"EINTR", "EIO"})},
