@@ -53,7 +53,7 @@ std::vector<char32_t> QueryLetters::withShared(const std::vector<char32_t>& shar
                                                std::vector<char32_t> forms) const {
   if (shared.empty() || forms.empty()) return forms;
   if (end(index) - begin(index) > 1) return {};
-  forms.insert(forms.end(), shared.begin(), shared.end());
+  for (const char32_t form : shared) forms.push_back(form);
   return forms;
 }
 
