@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace halvane {
@@ -27,6 +28,9 @@ class Directory {
   /// before an error stays listed.
   void read(int descriptor);
 
+  /// The system's answer that the last listing broke off with; no error when it came to its end.
+  const std::error_code& error() const { return error_; }
+
   const std::vector<Item>& items() const { return items_; }
   /// An item's name, raw bytes, with a NUL after it; valid until the next read.
   std::string_view name(const Item& item) const { return {names_.data() + item.offset, item.length}; }
@@ -42,6 +46,7 @@ class Directory {
 
   std::vector<Item> items_;
   std::string names_;
+  std::error_code error_;
 };
 
 }  // namespace halvane

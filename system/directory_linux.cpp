@@ -30,10 +30,12 @@ Directory::Kind kindOf(unsigned char type) {
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();
+  error_.clear();
   alignas(dirent64) std::array<char, 32768> block;
   for (;;) {
     const ssize_t size = getdents64(descriptor, block.data(), block.size());
     if (size < 0 && errno == EINTR) continue;
+    if (size < 0) error_ = {errno, std::system_category()};
     if (size <= 0) break;
     for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
       const auto* item = reinterpret_cast<const dirent64*>(block.data() + at);

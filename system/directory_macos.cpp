@@ -107,12 +107,14 @@ class Record {
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();
+  error_.clear();
   AttributeList attributes = {
       5, 0, {returnedAttributes | errorAttribute | nameAttribute | kindAttribute | flagsAttribute, {}}};
   alignas(std::uint64_t) std::array<char, 32768> block;
   for (;;) {
     const int count = getattrlistbulk(descriptor, &attributes, block.data(), block.size(), 0);
     if (count < 0 && errno == EINTR) continue;
+    if (count < 0) error_ = {errno, std::system_category()};
     if (count <= 0) break;
     const char* begin = block.data();
     for (int i = 0; i < count; ++i) {

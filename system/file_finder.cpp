@@ -33,8 +33,12 @@ bool noDescriptorIsLeft() {
 
 }  // namespace
 
-FileFinder::FileFinder(const std::string& root, Descriptor top, std::string_view suffix)
-    : suffix_(suffix), path_(withSlashAtItsEnd(root)), folders_(std::move(top), path_.size() - 1) {
+FileFinder::FileFinder(const std::string& root, Descriptor top, std::string_view suffix,
+                       const FolderVisitor& seeFolder)
+    : suffix_(suffix),
+      seeFolder_(seeFolder),
+      path_(withSlashAtItsEnd(root)),
+      folders_(std::move(top), path_.size() - 1) {
   listFolder();
 }
 
@@ -67,6 +71,7 @@ bool FileFinder::isWanted(std::string_view name, Kind kind) const {
 // Notes the current folder's files that are to be read, and its sub-folders, the first one on top.
 void FileFinder::listFolder() {
   directory_.read(folders_.current());
+  seeFolder_(folderPath(), directory_);
   files_.clear();
   nextFile_ = 0;
   const std::size_t firstWaiting = waiting_.size();
@@ -94,8 +99,7 @@ Descriptor FileFinder::openFile(const Directory::Item& item) {
 bool FileFinder::enterFolder(const WaitingFolder& folder) {
   path_.resize(folder.parentLength);
   path_.append(folder.name).append("/");
-  const std::string_view path(path_);
-  return folders_.enter(path.substr(0, path.size() - 1), folder.parentLength - 1);
+  return folders_.enter(folderPath(), folder.parentLength - 1);
 }
 
 }  // namespace halvane

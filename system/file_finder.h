@@ -3,6 +3,7 @@
 // How the files below a folder are found and opened, one after the other.
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,10 @@
 #include "system/open_folders.h"
 
 namespace halvane {
+
+/// Called with a folder's absolute path (raw bytes, without a slash at its end) and what is listed in it,
+/// which may have broken off with an error; both are valid during the call only.
+using FolderVisitor = std::function<void(std::string_view path, const Directory& listing)>;
 
 /// A file whose turn has come, or a file or folder that can't be opened: then `file` is not open.
 struct FoundFile {
@@ -24,8 +29,9 @@ struct FoundFile {
 class FileFinder {
  public:
   /// Begins at the open folder `top`, whose path is `root`; finds files whose name ends in `suffix`, which
-  /// must outlive the finder.
-  FileFinder(const std::string& root, Descriptor top, std::string_view suffix);
+  /// must outlive the finder, as must `seeFolder`, which is shown each folder before its files are opened.
+  FileFinder(const std::string& root, Descriptor top, std::string_view suffix,
+             const FolderVisitor& seeFolder);
 
   /// Goes on to the next one. False at the end; false also where `mayTryAgain` and the system has no file
   /// descriptor left for the next one. That one is still the next, for when some have been closed.
@@ -40,11 +46,13 @@ class FileFinder {
   };
 
   bool isWanted(std::string_view name, Directory::Kind kind) const;
+  std::string_view folderPath() const { return std::string_view(path_).substr(0, path_.size() - 1); }
   void listFolder();
   Descriptor openFile(const Directory::Item& item);
   bool enterFolder(const WaitingFolder& folder);
 
   std::string_view suffix_;
+  const FolderVisitor& seeFolder_;
   std::string path_;  // of the current folder, with a slash at its end
   OpenFolders folders_;
   std::vector<WaitingFolder> waiting_;

@@ -70,9 +70,10 @@ class FileWalk {
 }  // namespace
 
 void readFilesBelow(const std::string& root, std::string_view suffix, Openings openings,
-                    const FileVisitor& visit, const PassedOver& passOver) {
+                    const FileVisitor& visit, const PassedOver& passOver, const FolderVisitor& seeFolder) {
   Descriptor top = openPath(AT_FDCWD, root, toReadFolder);
-  if (top.isOpen()) FileWalk(FileFinder(root, std::move(top), suffix), openings, visit, passOver).run();
+  if (!top.isOpen()) return;
+  FileWalk(FileFinder(root, std::move(top), suffix, seeFolder), openings, visit, passOver).run();
 }
 
 }  // namespace halvane

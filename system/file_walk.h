@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "system/file_finder.h"
 #include "system/files.h"
 
 namespace halvane {
@@ -27,8 +28,10 @@ using PassedOver = std::function<void(std::string_view path)>;
 /// read as it was found then. Folders are found from the root or from one in which the walk has been, never
 /// by "..": a folder that is moved meanwhile doesn't lead anywhere else. Who wants to know what was passed
 /// over, a file that readFile would not read or a folder that can't be opened, is told by `passOver`.
+/// `seeFolder` is shown each folder that is entered, before its files.
 void readFilesBelow(
     const std::string& root, std::string_view suffix, Openings openings, const FileVisitor& visit,
-    const PassedOver& passOver = [](std::string_view) {});
+    const PassedOver& passOver = [](std::string_view) {},
+    const FolderVisitor& seeFolder = [](std::string_view, const Directory&) {});
 
 }  // namespace halvane

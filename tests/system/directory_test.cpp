@@ -102,5 +102,17 @@ TEST(Directory, ListsMoreThanOneReadTakes) {
   EXPECT_EQ(namesIn(folder.path()), names);
 }
 
+TEST(Directory, TellsTheErrorThatBreaksOffAListing) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("file"), "x");
+  const int file = open(folder.below("file").c_str(), O_RDONLY | O_CLOEXEC);
+  Directory directory;
+  directory.read(file);
+  close(file);
+  EXPECT_EQ(directory.error(), std::errc::not_a_directory);
+  readInto(directory, folder.path());
+  EXPECT_FALSE(directory.error()) << "that was another folder";
+}
+
 }  // namespace
 }  // namespace halvane

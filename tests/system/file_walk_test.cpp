@@ -335,6 +335,22 @@ TEST(Walk, FollowsNoLinkThatTakesThePlaceOfAFileOrAFolderMeanwhile) {
             (Names{"a.md"}));
 }
 
+TEST(Walk, ShowsEachFolderAndWhatIsListedInItBeforeItsFiles) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "");
+  writeFile(folder.below("b.txt"), "");
+  writeFile(folder.below("2025/c.md"), "");
+  Names seen;
+  readFilesBelow(
+      folder.path(), ".md", {}, [&](std::string_view path, std::string_view) { seen.emplace_back(path); },
+      [](std::string_view) {},
+      [&](std::string_view path, const Directory& listing) {
+        seen.push_back(std::string(path) + ": " + std::to_string(listing.items().size()));
+      });
+  EXPECT_EQ(seen, (Names{folder.path() + ": 3", folder.below("a.md"), folder.below("2025") + ": 1",
+                         folder.below("2025/c.md")}));
+}
+
 TEST(Walk, ThatFindsNoMemoryForAFileSaysSo) {
   if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
   if (!canLimitMemory()) GTEST_SKIP() << "the system limits no memory";
