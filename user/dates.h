@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace halvane {
@@ -18,6 +19,10 @@ Instant now();
 /// How far the user's clocks are ahead of UTC at `moment`, by the time zone that is set now; negative where
 /// they are after it, in the west.
 std::chrono::seconds utcOffset(Instant moment);
+
+/// The setting for the user's time zone as it stands, when the system doesn't know it and UTC is taken in its
+/// place; nothing when it is known or none is set. It may hold any bytes.
+std::optional<std::string> unknownTimeZone();
 
 /// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and
 /// time zone as they are now. A time that a change of the clocks skips moves later by the gap; of a repeated

@@ -1,12 +1,13 @@
 #pragma once
 
-// What becomes of a locale that a setting names: the one of ICU's, or English where ICU has none.
+// What each system keeps as the user's locale, before anybody asks whether it is known.
 
 #include <string>
 
 namespace halvane {
 
-/// `identifier` as ICU writes it; en_US when ICU has no words for its language or can't read the rest of it.
-std::string knownLocale(const std::string& identifier);
+/// The identifier of the locale that is set at this moment, by which dates are written: as ICU would write it
+/// where it is well formed. Empty when none is set, and for C and POSIX. It may hold any bytes.
+std::string localeSetting();
 
 }  // namespace halvane

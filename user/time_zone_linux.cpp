@@ -8,9 +8,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "system/files.h"
 #include "system/paths.h"
 #include "user/icu_dates.h"
 
@@ -63,6 +65,8 @@ class SystemTimeZone : public icu::TimeZone {
   }
 };
 
+constexpr std::size_t longestZoneFile = 1 << 20;
+
 // Whether something is at `path` that is not read but waited for, such as a pipe.
 bool isNoRegularFile(const std::string& path) {
   struct stat state;
@@ -89,7 +93,41 @@ bool isReadable(const char* setting) {
   return !isNoRegularFile(firstFile(setting)) && !isNoRegularFile(zoneFile("posixrules"));
 }
 
+// Whether the file at `path` begins as the zones' files do (RFC 8536).
+bool isZoneFile(const std::string& path) {
+  constexpr std::string_view openings[] = {"TZif"};
+  ByteBuffer buffer;
+  return readFile(path, openings, buffer, longestZoneFile).has_value();
+}
+
+bool isLetter(char byte) {
+  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+// Whether `setting` begins as the rules of POSIX do: a name, which stands between < and > or is three letters
+// or more, and an offset. Such are CET-1CEST and <+0330>-3:30.
+bool isRule(std::string_view setting) {
+  std::size_t end = setting.find('>') + 1;
+  if (!setting.starts_with('<')) {
+    end = 0;
+    while (end < setting.size() && isLetter(setting[end])) ++end;
+    if (end < 3) return false;
+  }
+  setting.remove_prefix(end);
+  if (setting.starts_with('+') || setting.starts_with('-')) setting.remove_prefix(1);
+  return !setting.empty() && setting.front() >= '0' && setting.front() <= '9';
+}
+
 }  // namespace
+
+std::optional<std::string> unknownTimeZone() {
+  const char* setting = std::getenv("TZ");
+  if (setting == nullptr || *setting == '\0') return std::nullopt;
+  const std::string_view name = *setting == ':' ? setting + 1 : setting;
+  const bool isUtc = name.empty() || name == "UTC" || name == "GMT";
+  if (isUtc || isZoneFile(firstFile(setting)) || isRule(name)) return std::nullopt;
+  return setting;
+}
 
 std::unique_ptr<icu::TimeZone> userTimeZone() {
   std::unique_ptr<icu::TimeZone> zone;

@@ -1,10 +1,21 @@
+#include <cstdlib>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "user/core_foundation.h"
 #include "user/icu_dates.h"
 
 namespace halvane {
+
+std::optional<std::string> unknownTimeZone() {
+  const char* setting = std::getenv("TZ");
+  if (setting == nullptr || *setting == '\0') return std::nullopt;
+  const CfOwned<CFStringRef> name = cfString(setting);
+  if (name && CfOwned<CFTimeZoneRef>(CFTimeZoneCreateWithName(kCFAllocatorDefault, name.get(), true)))
+    return std::nullopt;
+  return setting;
+}
 
 std::unique_ptr<icu::TimeZone> userTimeZone() {
   CFTimeZoneResetSystem();

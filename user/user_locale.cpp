@@ -5,10 +5,11 @@
 #include <unicode/ures.h>
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "text/icu.h"
-#include "user/known_locale.h"
+#include "user/locale_setting.h"
 
 namespace halvane {
 namespace {
@@ -37,15 +38,27 @@ bool hasCalendar(const icu::Locale& locale) {
   return succeeded(status);
 }
 
+// The locale that `identifier` names, as ICU writes it; nothing when ICU has no words for its language or
+// can't read the rest of it.
+std::optional<std::string> knownLocale(const std::string& identifier) {
+  if (identifier.size() > longestIdentifier) return std::nullopt;
+  const icu::Locale locale(identifier.c_str());
+  if (locale.isBogus() || !hasWords(locale)) return std::nullopt;
+  const bool hasKeywords = identifier.find('@') != std::string::npos;
+  if (hasKeywords && !hasCalendar(locale)) return std::nullopt;
+  return locale.getName();
+}
+
 }  // namespace
 
-std::string knownLocale(const std::string& identifier) {
-  constexpr const char* english = "en_US";
-  if (identifier.size() > longestIdentifier) return english;
-  const icu::Locale locale(identifier.c_str());
-  if (locale.isBogus() || !hasWords(locale)) return english;
-  const bool hasKeywords = identifier.find('@') != std::string::npos;
-  return hasKeywords && !hasCalendar(locale) ? english : locale.getName();
+std::string userLocale() {
+  return knownLocale(localeSetting()).value_or("en_US");
+}
+
+std::optional<std::string> unknownLocale() {
+  std::string setting = localeSetting();
+  if (setting.empty() || knownLocale(setting)) return std::nullopt;
+  return setting;
 }
 
 bool userLocaleTellsDotlessI() {

@@ -6,8 +6,7 @@
 #include <utility>
 
 #include "system/files.h"
-#include "user/known_locale.h"
-#include "user/user_locale.h"
+#include "user/locale_setting.h"
 
 namespace halvane {
 namespace {
@@ -64,10 +63,11 @@ std::string_view scriptOf(std::string_view modifier) {
 
 }  // namespace
 
-std::string userLocale() {
+std::string localeSetting() {
   const std::string name = localeName();
   const std::size_t end = std::min(name.find_first_of(".@"), name.size());
   const std::string plain = name.substr(0, end);
+  if (plain == "C" || plain == "POSIX") return {};
   const std::size_t at = name.find('@');
   const std::string_view script =
       at == std::string::npos ? "" : scriptOf(std::string_view(name).substr(at + 1));
@@ -76,7 +76,7 @@ std::string userLocale() {
     const std::size_t language = std::min(plain.find('_'), plain.size());
     identifier = plain.substr(0, language).append("_").append(script).append(plain.substr(language));
   }
-  return knownLocale(identifier);
+  return identifier;
 }
 
 }  // namespace halvane

@@ -1,13 +1,11 @@
 #include "user/core_foundation.h"
-#include "user/known_locale.h"
-#include "user/user_locale.h"
+#include "user/locale_setting.h"
 
 namespace halvane {
-namespace {
 
 // CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting itself is read. It
 // names language and region, and calendar, digits and hours where they are not the usual ones.
-std::string settingsIdentifier() {
+std::string localeSetting() {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   const CfOwned<CFPropertyListRef> setting(
       CFPreferencesCopyAppValue(CFSTR("AppleLocale"), kCFPreferencesCurrentApplication));
@@ -18,12 +16,6 @@ std::string settingsIdentifier() {
   }
   const CfOwned<CFLocaleRef> current(CFLocaleCopyCurrent());
   return current ? utf8Text(CFLocaleGetIdentifier(current.get())).value_or(std::string()) : std::string();
-}
-
-}  // namespace
-
-std::string userLocale() {
-  return knownLocale(settingsIdentifier());
 }
 
 }  // namespace halvane
