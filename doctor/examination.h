@@ -10,10 +10,10 @@
 #include <system_error>
 #include <vector>
 
+#include "doctor/finding.h"
 #include "doctor/icloud.h"
 #include "doctor/progress.h"
 #include "journal/entry.h"
-#include "journal/entry_parser.h"
 #include "journal/journal_location.h"
 
 namespace halvane {
@@ -33,21 +33,20 @@ struct SettingsWithoutRoot {
   std::error_code error;  ///< the system's on opening the file
 };
 
-/// A file or folder below the journal from which no entry comes.
-struct LeftOut {
-  std::string path;            ///< absolute, raw bytes; a folder's ends in a slash
-  std::optional<Refusal> why;  ///< nothing when it can't be read
-  std::error_code error;       ///< the system's on opening it
-};
-
 /// What the server has before it when it reads the journal, and why it doesn't have more.
 struct Examination {
   JournalLocation location;
   std::vector<SettingsWithoutRoot> settingsWithoutRoot;
+  /// Where the server would look without XDG_CONFIG_HOME, where that is another folder: most clients start it
+  /// without the variables of the shell.
+  std::optional<FileUrl> rootWithoutVariable;
   std::error_code error;  ///< the system's on opening the journal folder
   std::size_t files = 0;  ///< that are named like entries
   std::size_t entries = 0;
-  std::vector<LeftOut> leftOut;
+  Instant oldest = Instant::max();  ///< the date of the oldest entry, where there is one
+  Instant newest = Instant::min();  ///< the date of the newest
+  std::size_t inFuture = 0;         ///< entries with a date that is yet to come
+  std::vector<Finding> findings;
   CloudFiles inTheCloud;                    ///< before they were read
   std::string_view notRefused;              ///< what sandbox::enterReadOnly() returned
   std::map<std::string, std::size_t> tags;  ///< each with the number of entries that carry it

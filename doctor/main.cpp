@@ -13,6 +13,17 @@ namespace {
 
 constexpr int allIsWell = 0, wantsAttention = 1, wrongUsage = 2;
 
+constexpr std::string_view version = "halvane_doctor " HALVANE_VERSION "\n";
+constexpr std::string_view usage = "usage: halvane_doctor [--help | --version]\n";
+constexpr std::string_view help =
+    "usage: halvane_doctor [--help | --version]\n"
+    "\n"
+    "Shows what an AI assistant finds in your journal, and what it doesn't. Lines that need attention begin\n"
+    "with \"!\". The exit status is 0 when there are none, otherwise 1, and 2 after another argument.\n"
+    "\n"
+    "  --help     prints this text\n"
+    "  --version  prints the version\n";
+
 halvane::Examination examine() {
   halvane::Progress progress;
   return halvane::examineJournal(progress);
@@ -26,15 +37,23 @@ int reportToTerminal(std::string_view notRefused) {
   return report.isWell && isWritten ? allIsWell : wantsAttention;
 }
 
-}  // namespace
-
-int main(int argumentCount, char** /*arguments*/) {
-  const std::string_view notRefused = halvane::sandbox::enterReadOnly();
-  if (argumentCount > 1) {
-    halvane::writeWhole(STDERR_FILENO, "usage: halvane_doctor (it takes no arguments)\n");
+// What a person asks with one argument.
+int answer(std::string_view argument) {
+  const bool isHelp = argument == "--help";
+  if (!isHelp && argument != "--version") {
+    halvane::writeWhole(STDERR_FILENO, usage);
     return wrongUsage;
   }
+  const std::string_view text = isHelp ? help : version;
+  return halvane::writeWhole(STDOUT_FILENO, text) == text.size() ? allIsWell : wantsAttention;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  const std::string_view notRefused = halvane::sandbox::enterReadOnly();
   try {
+    if (argumentCount > 1) return answer(argumentCount == 2 ? arguments[1] : "");
     return reportToTerminal(notRefused);
   } catch (const std::bad_alloc&) {
     halvane::writeWhole(STDERR_FILENO, "halvane_doctor: not enough memory\n");

@@ -17,13 +17,21 @@ constexpr const char* clearLine = "\r\x1B[K";
 Progress::Progress() : isSeen_(isatty(STDERR_FILENO) == 1) {}
 
 Progress::~Progress() {
-  if (isSeen_ && files_ >= many) writeWhole(STDERR_FILENO, clearLine);
+  if (isSeen_ && (folders_ >= many || files_ >= many)) writeWhole(STDERR_FILENO, clearLine);
+}
+
+void Progress::countFolder() {
+  if (++folders_ % many == 0) show();
 }
 
 void Progress::countFile() {
-  ++files_;
-  if (isSeen_ && files_ % many == 0)
-    writeWhole(STDERR_FILENO, clearLine + std::to_string(files_) + " files read");
+  if (++files_ % many == 0) show();
+}
+
+void Progress::show() {
+  if (!isSeen_) return;
+  writeWhole(STDERR_FILENO, clearLine + ("Folders: " + std::to_string(folders_)) +
+                                ", files read: " + std::to_string(files_) + ", Ctrl-C stops");
 }
 
 }  // namespace halvane

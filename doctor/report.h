@@ -10,7 +10,7 @@ namespace halvane {
 
 /// An examination in words.
 struct Report {
-  std::string text;    ///< UTF-8, lines with a line feed each, without control characters but for colours
+  std::string text;    ///< UTF-8, printable, lines with a line feed each, colours apart
   bool isWell = true;  ///< whether nothing in it wants attention
 };
 

@@ -25,6 +25,7 @@ JournalLocation locateJournal() {
     if (path) {
       location.root = {makeAbsolute(expandTilde(*path))};
       location.namedBy = suite;
+      location.setting = path;
       return location;
     }
     location.askedBefore.emplace_back(suite);

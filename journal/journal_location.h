@@ -21,6 +21,8 @@ struct JournalLocation {
   /// The companion application's bundle identifier under which the settings name it; nothing where none do
   /// and it is the usual folder.
   std::optional<std::string> namedBy;
+  /// What they name, as it is written there: it may be empty or relative. Nothing where `namedBy` is.
+  std::optional<std::string> setting;
   /// The identifiers whose settings were asked before and name none, in the order of asking.
   std::vector<std::string> askedBefore;
 };

@@ -33,7 +33,6 @@ TEST_F(Entries, ThatAreAllGoodAreCountedAndAllIsWell) {
 TEST_F(Entries, AreNotWhatIsHiddenOrNamedOtherwise) {
   home_.write("a.md", EntryFile{}.text());
   home_.write("a.txt", "no entry");
-  home_.write("a.MD", "no entry");
   home_.write(".hidden.md", "no entry");
   home_.write(".hidden/b.md", "no entry");
   const Answer given = answer();

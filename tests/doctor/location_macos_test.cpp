@@ -31,9 +31,8 @@ TEST(Settings, OfTheEarlierApplicationAreNamedAlone) {
   writeFile(home.below("Journal/a.md"), EntryFile{}.text());
   home.setJournalRoot(legacySuite, "~/Journal");
   const Answer given = callDoctor({.home = home.path()});
-  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home.below("Journal") +
-                                       "\n  The preferences of " + std::string(legacySuite) +
-                                       " name this folder.\n\n"))
+  EXPECT_TRUE(given.says("\nWhere the journal is\n  " + home.below("Journal") + "\n  The preferences of " +
+                         std::string(legacySuite) + " name this folder.\n\n"))
       << given.output;
 }
 

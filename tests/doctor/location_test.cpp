@@ -24,8 +24,8 @@ class Location : public testing::Test {
 
 TEST_F(Location, IsTheDefaultFolderWithoutSettings) {
   const Answer given = answer();
-  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.journal() +
-                                       "\n  This is the default folder: no preferences name another.\n"))
+  EXPECT_TRUE(given.says("\nWhere the journal is\n  " + home_.journal() +
+                         "\n  This is the default folder: no preferences name another.\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
@@ -33,9 +33,8 @@ TEST_F(Location, IsTheDefaultFolderWithoutSettings) {
 TEST_F(Location, IsWhatThePreferencesSay) {
   home_.setJournalRoot(primarySuite, "~/Journal");
   const Answer given = answer();
-  EXPECT_TRUE(given.output.starts_with("Where the journal is\n  " + home_.below("Journal") +
-                                       "\n  The preferences of " + std::string(primarySuite) +
-                                       " name this folder.\n\n"))
+  EXPECT_TRUE(given.says("\nWhere the journal is\n  " + home_.below("Journal") + "\n  The preferences of " +
+                         std::string(primarySuite) + " name this folder.\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }

@@ -3,6 +3,7 @@
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
 
 // What a terminal gets beyond what a pipe or a file gets.
 
@@ -30,7 +31,7 @@ TEST(Terminal, AloneGetsColours) {
 TEST(Terminal, GetsNoProgressOfAFewFiles) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
-  EXPECT_FALSE(callDoctorAtTerminal({.home = home.path()}).says("files read"));
+  EXPECT_FALSE(callDoctorAtTerminal({.home = home.path()}).says("files read:"));
 }
 
 class ManyFiles : public testing::Test {
@@ -45,16 +46,25 @@ class ManyFiles : public testing::Test {
 TEST_F(ManyFiles, MakeALineOfProgressThatGoesAgain) {
   const Answer given = callDoctorAtTerminal({.home = home_.path()});
   const std::string clearLine = "\r" + escape + "[K";
-  EXPECT_TRUE(given.output.starts_with(clearLine + "1000 files read" + clearLine + "2000 files read" +
-                                       clearLine + escape + "[1mWhere the journal is"))
+  EXPECT_TRUE(given.output.starts_with(clearLine + "Folders: 1, files read: 1000, Ctrl-C stops" + clearLine +
+                                       "Folders: 1, files read: 2000, Ctrl-C stops" + clearLine + escape +
+                                       "[1mhalvane_doctor "))
       << given.output.substr(0, 200);
   EXPECT_EQ(given.status, 0);
+}
+
+TEST(ManyFolders, MakeProgressWithoutAFile) {
+  const TemporaryHome home;
+  for (int count = 0; count < 1100; ++count) makeFolder(home.journal() + "/" + std::to_string(count));
+  const Answer given = callDoctorAtTerminal({.home = home.path()});
+  EXPECT_TRUE(given.output.starts_with("\r" + escape + "[KFolders: 1000, files read: 0, Ctrl-C stops"))
+      << given.output.substr(0, 200);
 }
 
 TEST_F(ManyFiles, MakeNoProgressInAFile) {
   const Answer given = callDoctor({.home = home_.path()});
   EXPECT_EQ(given.errors, "");
-  EXPECT_FALSE(given.says("files read"));
+  EXPECT_FALSE(given.says("files read:"));
 }
 
 }  // namespace

@@ -9,15 +9,38 @@
 namespace halvane {
 namespace {
 
-TEST(Usage, IsToldToWhoGivesAnArgument) {
+TEST(Usage, IsToldToWhoGivesAnotherArgument) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
-  for (const char* argument : {"--help", "-v", "", "~/Journal"}) {
-    const Answer given = callDoctor({.home = home.path(), .arguments = {argument}});
-    EXPECT_EQ(given.errors, "usage: halvane_doctor (it takes no arguments)\n");
+  const std::vector<std::vector<std::string>> wrong = {
+      {"-v"}, {""}, {"~/Journal"}, {"--help", "--version"}, {"--version", "x"}};
+  for (const std::vector<std::string>& arguments : wrong) {
+    const Answer given = callDoctor({.home = home.path(), .arguments = arguments});
+    EXPECT_EQ(given.errors, "usage: halvane_doctor [--help | --version]\n");
     EXPECT_EQ(given.output, "");
     EXPECT_EQ(given.status, 2);
   }
+}
+
+TEST(Usage, IsHelpForWhoAsksForIt) {
+  const TemporaryHome home;
+  const Answer given = callDoctor({.home = home.path(), .arguments = {"--help"}});
+  EXPECT_TRUE(given.output.starts_with("usage: halvane_doctor [--help | --version]\n")) << given.output;
+  EXPECT_EQ(given.errors, "");
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST(Version, IsTold) {
+  const TemporaryHome home;
+  const Answer given = callDoctor({.home = home.path(), .arguments = {"--version"}});
+  EXPECT_EQ(given.output, "halvane_doctor " HALVANE_VERSION "\n");
+  EXPECT_EQ(given.errors, "");
+  EXPECT_EQ(given.status, 0);
+}
+
+TEST(Version, StandsInTheReport) {
+  const TemporaryHome home;
+  EXPECT_TRUE(callDoctor({.home = home.path()}).output.starts_with("halvane_doctor " HALVANE_VERSION "\n\n"));
 }
 
 TEST(Report, ThatCannotBeWrittenIsNotWell) {
