@@ -41,12 +41,17 @@ std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
   return set;
 }
 
-// How often each seam, a letter and the next one, comes in the query.
+// Of a query with very many letters only the first ones are considered: among them is a good seam already,
+// and to count all of them would take more than time in proportion.
+constexpr std::size_t maxConsidered = 1024;
+
+// How often each seam, a letter and the next one, comes among the letters that are considered.
 using SeamCounts = std::map<std::u32string_view, unsigned>;
 
 SeamCounts countSeams(const QueryLetters& letters) {
   SeamCounts counts;
-  for (std::size_t i = 0; i + 1 < letters.count(); ++i) ++counts[letters.units(i, i + 1)];
+  for (std::size_t i = 0; i < maxConsidered && i + 1 < letters.count(); ++i)
+    ++counts[letters.units(i, i + 1)];
   return counts;
 }
 
@@ -78,7 +83,7 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
   QueryLetters letters(units, turkic);
   const SeamCounts counts = countSeams(letters);
   Choice choice;
-  for (std::size_t i = 0; i < letters.count(); ++i) {
+  for (std::size_t i = 0; i < maxConsidered && i < letters.count(); ++i) {
     if (letters.shareCodePoint(i)) continue;
     const std::optional<ByteSet> before = lastBytes(letters.lastForms(i));
     if (!before) continue;

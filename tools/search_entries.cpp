@@ -48,11 +48,12 @@ std::string noEntries(std::string_view query, const std::optional<std::string>& 
 
 std::string searchEntries(std::string_view query, const std::optional<std::string>& tag, std::int64_t limit) {
   std::optional<TextSearch> snippetSearch;
-  std::optional<TextSearch> bodySearch;
+  std::optional<TextSearch> turkicSearch;
   if (!query.empty()) {
     snippetSearch.emplace(query, LetterI::oneLetter);
-    bodySearch.emplace(query, userLocaleTellsDotlessI() ? LetterI::dottedAndDotless : LetterI::oneLetter);
+    if (userLocaleTellsDotlessI()) turkicSearch.emplace(query, LetterI::dottedAndDotless);
   }
+  const std::optional<TextSearch>& bodySearch = turkicSearch ? turkicSearch : snippetSearch;
   const std::vector<Entry> hits = loadEntries(
       [&](const EntryText& entry) {
         return (!tag || entry.hasTag(*tag)) && (!bodySearch || bodySearch->find(entry.body));

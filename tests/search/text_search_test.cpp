@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdint>
+#include <ctime>
 #include <string>
 
+#include "search/folded_query.h"
 #include "tests/search/plain_search.h"
 #include "tests/support/test_vectors.h"
+#include "text/text.h"
 
 namespace halvane {
 namespace {
@@ -222,6 +226,38 @@ TEST(TextSearch, TakesTimeInProportionWhateverQueryAndBodyAre) {
   EXPECT_EQ(found("a", marks), "nothing");
   EXPECT_EQ(found(marks, marks + "b"), "[0, " + std::to_string(marks.size()) + ")");
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+// Letters that stand side by side in every order, as in a long text in Chinese.
+std::string manySeams(std::size_t letters) {
+  std::string text;
+  std::uint32_t state = 1;
+  while (letters-- > 0) {
+    state = state * 1664525 + 1013904223;
+    appendCodePoint(text, 0x4E00 + (state >> 8) % 20000);
+  }
+  return text;
+}
+
+template <typename Work>
+std::clock_t processorTime(const Work& work) {
+  const std::clock_t begin = std::clock();
+  work();
+  return std::clock() - begin;
+}
+
+// That they fold is what a long query costs at least; it takes time in proportion.
+TEST(TextSearch, IsMadeReadyInLittleMoreTimeThanItsQueryIsFoldedIn) {
+  const std::string query = manySeams(1000000);
+  const std::clock_t folding = processorTime([&] { const FoldedQuery folded(query, oneLetter); });
+  const std::clock_t all = processorTime([&] { const TextSearch search(query, oneLetter); });
+  EXPECT_LT(all, 4 * folding);
+}
+
+TEST(TextSearch, FindsAQueryOfVeryManyLetters) {
+  const std::string query = manySeams(20000);
+  EXPECT_EQ(found(query, "a" + query + "b"), "[1, " + std::to_string(query.size() + 1) + ")");
+  EXPECT_EQ(found(query + "c", "a" + query + "b"), "nothing");
 }
 
 TEST(TextSearch, OneQueryIsFoundInManyBodies) {
