@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <ctime>
 #include <functional>
 #include <limits>
@@ -237,7 +238,7 @@ TEST(BinaryPropertyList, SurvivesChangesByChance) {
   std::uint32_t size = 0;
   plist_to_bin(list, &bytes, &size);
   const std::string whole(bytes, size);
-  plist_to_bin_free(bytes);
+  std::free(bytes);
   plist_free(list);
   ASSERT_EQ(textsOfPropertyList(whole), (PropertyTexts{{"journalRoot", "/j"}, {"ključ", "日記"}}));
 
