@@ -57,11 +57,14 @@ TEST(JsonNumbers, AnyOtherSpellingIsNoNumber) {
   }
 }
 
-TEST(JsonNumbers, AnExponentOfMoreThanNineDigitsIsNotRead) {
+// Older versions of the JSON library refuse an exponent of ten digits, newer ones read it.
+TEST(JsonNumbers, AnExponentIsReadDigitForDigitOrNotAtAll) {
+  for (const char* number : {"1e999999999", "1e-999999999", "1e10000000000", "1e-10000000000"}) {
+    const std::optional<JsonValue> value = JsonValue::parse(number, {});
+    EXPECT_EQ(value ? value->serialise() : number, number);
+  }
   EXPECT_TRUE(JsonValue::parse("1e999999999", {}));
   EXPECT_TRUE(JsonValue::parse("1e-999999999", {}));
-  EXPECT_FALSE(JsonValue::parse("1e10000000000", {}));
-  EXPECT_FALSE(JsonValue::parse("1e-10000000000", {}));
 }
 
 TEST(JsonNumbers, AreWholeByTheirExactDecimalValue) {
