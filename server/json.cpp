@@ -24,10 +24,14 @@ std::optional<std::int64_t> JsonValue::wholeNumber() const {
   if (number == nullptr) return std::nullopt;
   std::string_view rest = number->digits;
 
+  constexpr std::int64_t beyondAllPlaces = std::int64_t{1} << 62;
   std::int64_t exponent = 0;
   if (const std::size_t e = rest.find_first_of("eE"); e != std::string_view::npos) {
     const std::size_t begin = rest[e + 1] == '+' ? e + 2 : e + 1;
-    std::from_chars(rest.data() + begin, rest.data() + rest.size(), exponent);
+    const auto [end, error] = std::from_chars(rest.data() + begin, rest.data() + rest.size(), exponent);
+    // No number has so many places that they would make up for such an exponent.
+    if (error == std::errc::result_out_of_range)
+      exponent = rest[begin] == '-' ? -beyondAllPlaces : beyondAllPlaces;
     rest = rest.substr(0, e);
   }
   std::string digits(rest);
