@@ -46,8 +46,11 @@ struct DateWords::Formatter {
 
 DateWords::DateWords() {
   const icu::Locale locale(userLocale().c_str());
-  icu::TimeZone::adoptDefault(userTimeZone().release());  // otherwise ICU goes and looks for one by itself
   UErrorCode status = U_ZERO_ERROR;
+  // Otherwise ICU goes and looks for both by itself. A very long name in LC_ALL ends the process in
+  // version 76.
+  icu::Locale::setDefault(locale, status);
+  icu::TimeZone::adoptDefault(userTimeZone().release());
   formatter_ =
       std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(patternFor(locale), locale, status)});
   check(status);

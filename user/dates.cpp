@@ -101,9 +101,11 @@ std::optional<Instant> daysBefore(Instant moment, std::int64_t count) {
   if (count < 0 || count > std::numeric_limits<std::int32_t>::max()) return std::nullopt;
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::TimeZone> zone = userTimeZone();
-  icu::TimeZone::setDefault(*zone);  // otherwise ICU goes and looks for one by itself
-  const std::unique_ptr<icu::Calendar> calendar(
-      icu::Calendar::createInstance(*zone, icu::Locale(userLocale().c_str()), status));
+  const icu::Locale locale(userLocale().c_str());
+  // Otherwise ICU goes and looks for both by itself, and may wait or fail there.
+  icu::Locale::setDefault(locale, status);
+  icu::TimeZone::setDefault(*zone);
+  const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(*zone, locale, status));
   if (status == U_MEMORY_ALLOCATION_ERROR) check(status);
   if (U_FAILURE(status)) return std::nullopt;
   calendar->setTime(icuDate(moment), status);
