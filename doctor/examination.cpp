@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "doctor/near_misses.h"
-#include "system/file_walk.h"
 #include "user/dates.h"
 #include "user/preferences.h"
+#include "walk/file_walk.h"
 
 namespace halvane {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "journal/entry_parser.h"
 #include "journal/journal_location.h"
-#include "system/file_walk.h"
+#include "walk/file_walk.h"
 
 namespace halvane {
 namespace {

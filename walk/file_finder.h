@@ -10,7 +10,7 @@
 
 #include "system/descriptor.h"
 #include "system/directory.h"
-#include "system/open_folders.h"
+#include "walk/open_folders.h"
 
 namespace halvane {
 

@@ -9,12 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "system/file_walk.h"
 #include "tests/support/child_process.h"
 #include "tests/support/cold_file.h"
 #include "tests/support/process_limits.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
+#include "walk/file_walk.h"
 
 // Files that are not in memory are opened ahead of their turn. Nothing but the time shows it.
 

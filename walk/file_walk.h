@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "system/file_finder.h"
 #include "system/files.h"
+#include "walk/file_finder.h"
 
 namespace halvane {
 

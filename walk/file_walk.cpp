@@ -1,12 +1,12 @@
-#include "system/file_walk.h"
+#include "walk/file_walk.h"
 
 #include <array>
 #include <optional>
 #include <utility>
 
 #include "system/descriptor.h"
-#include "system/file_finder.h"
 #include "system/read_ahead.h"
+#include "walk/file_finder.h"
 
 namespace halvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "system/open_folders.h"
+#include "walk/open_folders.h"
 
 #include <cerrno>
 #include <utility>

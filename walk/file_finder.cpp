@@ -1,4 +1,4 @@
-#include "system/file_finder.h"
+#include "walk/file_finder.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -12,7 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "system/file_walk.h"
 #include "tests/support/child_process.h"
 #include "tests/support/deep_folder.h"
 #include "tests/support/file_names.h"
@@ -21,6 +20,7 @@
 #include "tests/support/special_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
+#include "walk/file_walk.h"
 
 namespace halvane {
 namespace {
