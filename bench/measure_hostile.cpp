@@ -21,9 +21,9 @@ void measureHostile(const HostileJournal& hostile, const Settings& settings, Rep
         {[&] { return secondsToAnswer(server, line); }, [&] { return secondsToAnswer(limit, "\n"); }},
         settings.rounds);
     const std::string name = "hostile-" + std::string(hostile.name) + ": " + std::string(query.name);
-    const double ratio = medianRatio(times[0], times[1]);
-    report.add(goals::hostile, name, ratio);
-    report.add(SearchFigures{name, median(times[0]), ratio, {}, {}});
+    const Spread besideLimit = spread(ratios(times[0], times[1]));
+    report.add(goals::hostile, name, besideLimit.median);
+    report.add(SearchFigures{name, median(times[0]), besideLimit, {}, {}, {}});
   }
 }
 

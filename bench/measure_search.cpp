@@ -1,7 +1,7 @@
 // Searches of journals such as people have, beside reading the files alone and beside a plain text search.
 #include <memory>
-#include <stdexcept>
 
+#include "bench/contestants.h"
 #include "bench/conversation.h"
 #include "bench/journal_cache.h"
 #include "bench/measures.h"
@@ -11,14 +11,6 @@
 
 namespace halvane {
 namespace {
-
-struct Search {
-  std::string name;
-  std::string line;     // what the server is asked
-  std::string pattern;  // what ripgrep is asked: the word as it is written; empty where there is none
-  bool finds;           // whether any entry holds it
-  const Goal* goal;
-};
 
 std::vector<Search> searchesFor(const Language& language, const std::string& name, const Goal& goal) {
   const auto search = [&](const char* share, const Marker& word, bool finds) {
@@ -32,39 +24,6 @@ Search tagSearch(const std::string& name, const Goal& goal) {
   return {name + "-tag", tagLine(knownTag), std::string(knownTag), true, &goal};
 }
 
-// A comparison of searches that find different things would say nothing.
-void check(bool found, const Search& search, const char* program) {
-  if (found == search.finds) return;
-  throw std::runtime_error(search.name + ": " + program + (found ? " found something" : " found nothing"));
-}
-
-Contestant asking(Child& server, const Search& search) {
-  return [&server, search] {
-    const Stopwatch watch;
-    const std::string_view reply = ask(server, search.line);
-    const double seconds = watch.seconds();
-    check(reply.find("No entries") == std::string_view::npos, search, "the server");
-    return seconds;
-  };
-}
-
-Contestant reading(Child& limit) {
-  return [&limit] { return secondsToAnswer(limit, "\n"); };
-}
-
-// Its own start is in the time: so it is for a person who types it.
-Contestant ripgrep(const char* threads, const Search& search, const Journal& journal) {
-  return [=] {
-    const Stopwatch watch;
-    Child rg({"rg", "--no-config", "-i", threads, "-l", "-F", "--", search.pattern, journal.folder()},
-             journal.home);
-    const std::string files = rg.finish();
-    const double seconds = watch.seconds();
-    check(!files.empty(), search, "rg");
-    return seconds;
-  };
-}
-
 // Short searches need more rounds for as steady a median, and have the time.
 int roundsFor(const Goal& goal) {
   return &goal == &goals::searchSmall ? 5 : 1;
@@ -73,22 +32,39 @@ int roundsFor(const Goal& goal) {
 void compare(const Search& search, const Journal& journal, const Settings& settings, Report& report) {
   Child server({settings.server}, journal.home);
   Child limit({programs::limit, journal.folder()}, journal.home);
-  std::vector<Contestant> contestants = {asking(server, search), reading(limit)};
+  Child sandboxedLimit({programs::limit, journal.folder(), "--in-sandbox"}, journal.home);
+  std::vector<Contestant> contestants = {asking(server, search), reading(limit), reading(sandboxedLimit)};
   if (!search.pattern.empty()) {
     contestants.push_back(ripgrep("-j1", search, journal));
     contestants.push_back(ripgrep("-j2", search, journal));
   }
   const std::vector<Times> times = takeTurns(contestants, settings.rounds * roundsFor(*search.goal));
 
-  SearchFigures figures{search.name, median(times[0]), medianRatio(times[0], times[1]), {}, {}};
-  report.add(*search.goal, search.name, figures.limitRatio);
+  SearchFigures figures{search.name, median(times[0]), spread(ratios(times[0], times[1])), {}, {}, {}};
+  figures.sandboxedLimitRatio = medianRatio(times[0], times[2]);
+  report.add(*search.goal, search.name, figures.limitRatio.median);
   if (!search.pattern.empty()) {
-    figures.oneThreadRatio = medianRatio(times[0], times[2]);
-    figures.twoThreadsRatio = medianRatio(times[0], times[3]);
+    figures.oneThreadRatio = medianRatio(times[0], times[3]);
+    figures.twoThreadsRatio = medianRatio(times[0], times[4]);
     report.add(goals::besideOneThread, search.name, *figures.oneThreadRatio);
     report.add(goals::besideTwoThreads, search.name, *figures.twoThreadsRatio);
   }
   report.add(figures);
+}
+
+// What the sandbox alone costs, and what two equal programs differ by on this machine.
+void measureLimit(const Settings& settings, Report& report) {
+  const Journal journal = writeJournal(settings.cache, plans::englishJournal(10'000, settings.today));
+  Child limit({programs::limit, journal.folder()}, journal.home);
+  Child again({programs::limit, journal.folder()}, journal.home);
+  Child sandboxed({programs::limit, journal.folder(), "--in-sandbox"}, journal.home);
+  const std::vector<Times> times =
+      takeTurns({reading(limit), reading(again), reading(sandboxed)}, 3 * settings.rounds);
+  report.add(goals::sandboxedReading, "limit", medianRatio(times[2], times[0]));
+  report.add(SearchFigures{
+      "reading alone, again", median(times[1]), spread(ratios(times[1], times[0])), {}, {}, {}});
+  report.add(SearchFigures{
+      "reading alone, in the sandbox", median(times[2]), spread(ratios(times[2], times[0])), {}, {}, {}});
 }
 
 // What an entry costs more in a journal ten times as large, the limit's own growth taken off; and the
@@ -138,6 +114,7 @@ std::vector<Measurement> searchMeasurements() {
   const auto tenThousand = [](auto today) { return plans::englishJournal(10'000, today); };
   const auto oneThousand = [](auto today) { return plans::englishJournal(1'000, today); };
 
+  measurements.push_back({"limit", true, measureLimit});
   addAll(searchesFor(english, "english", goals::searchEnglish), true, tenThousand);
   addAll({tagSearch("english", goals::searchEnglish)}, true, tenThousand);
   addAll(searchesFor(english, "small", goals::searchSmall), true, oneThousand);

@@ -24,6 +24,7 @@ struct Measurement {
 };
 
 std::vector<Measurement> searchMeasurements();
+std::vector<Measurement> coldMeasurements();
 std::vector<Measurement> hostileMeasurements();
 std::vector<Measurement> startMeasurements();
 std::vector<Measurement> memoryMeasurements();

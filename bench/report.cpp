@@ -48,6 +48,24 @@ std::string aligned(const std::vector<Row>& rows) {
   return text;
 }
 
+struct Bar {
+  std::string label;
+  double seconds;
+};
+
+std::string bars(const std::vector<Bar>& bars) {
+  constexpr double longestBar = 50;
+  double longest = 0;
+  for (const Bar& bar : bars) longest = std::max(longest, bar.seconds);
+  std::string text;
+  for (const Bar& bar : bars) {
+    const auto length = static_cast<std::size_t>(longestBar * bar.seconds / longest);
+    text += "  " + bar.label + std::string(25 - bar.label.size(), ' ') + std::string(length, '#') + " " +
+            figure(bar.seconds * 1000) + " ms\n";
+  }
+  return text;
+}
+
 std::string verdict(const Goal& goal, double value) {
   if (!goal.isMet(value)) return "missed";
   return goal.stretch != goal.goal && goal.isStretched(value) ? "stretch" : "goal";
@@ -66,8 +84,9 @@ bool Report::meetsAllGoals() const {
 }
 
 std::string Report::tables() const {
-  std::string tables = goalTable();
+  std::string tables = drawing() + goalTable();
   if (!searches_.empty()) tables += "\n" + searchTable();
+  if (!cold_.empty()) tables += "\n" + coldTable();
   if (!growth_.empty()) tables += "\n" + growthTable();
   return tables;
 }
@@ -91,12 +110,44 @@ std::string Report::goalTable() const {
 }
 
 std::string Report::searchTable() const {
-  std::vector<Row> rows = {{"search", "ms", "x limit", "x rg -j1", "x rg -j2"}};
+  std::vector<Row> rows = {
+      {"search", "ms", "x limit", "middle half", "x limit in sandbox", "x rg -j1", "x rg -j2"}};
   for (const SearchFigures& search : searches_) {
-    rows.push_back({search.name, figure(search.seconds * 1000), figure(search.limitRatio),
-                    ratio(search.oneThreadRatio), ratio(search.twoThreadsRatio)});
+    rows.push_back({search.name, figure(search.seconds * 1000), figure(search.limitRatio.median),
+                    figure(search.limitRatio.lower) + " to " + figure(search.limitRatio.upper),
+                    ratio(search.sandboxedLimitRatio), ratio(search.oneThreadRatio),
+                    ratio(search.twoThreadsRatio)});
   }
   return aligned(rows);
+}
+
+std::string Report::coldTable() const {
+  std::vector<Row> rows = {
+      {"files from the disk", "server, ms", "reading alone, ms", "rg, ms", "rg -j8, ms"}};
+  for (const ColdFigures& search : cold_) {
+    rows.push_back({search.name, figure(search.server * 1000), figure(search.limit * 1000),
+                    figure(search.ripgrep * 1000), figure(search.ripgrepEight * 1000)});
+  }
+  return aligned(rows);
+}
+
+// Bars for one search, of files in memory and of files on the disk: each kind with a scale of its own.
+std::string Report::drawing() const {
+  const auto warm = std::find_if(searches_.begin(), searches_.end(),
+                                 [](const SearchFigures& search) { return search.name == "english-rare"; });
+  if (warm == searches_.end() || cold_.empty()) return "";
+  const double server = warm->seconds;
+  const ColdFigures& cold = cold_.front();
+  return "```\nOne search of 10,000 entries. Files in memory:\n" +
+         bars({{"reading the files alone", server / warm->limitRatio.median},
+               {"this server", server},
+               {"rg, two threads", server / warm->twoThreadsRatio.value_or(1)},
+               {"rg, one thread", server / warm->oneThreadRatio.value_or(1)}}) +
+         "\nThe same, files on the disk:\n" +
+         bars({{"rg, eight threads", cold.ripgrepEight},
+               {"this server", cold.server},
+               {"reading the files alone", cold.limit}}) +
+         "```\n\n";
 }
 
 std::string Report::growthTable() const {

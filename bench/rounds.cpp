@@ -24,6 +24,11 @@ double median(std::vector<double> values) {
   return *middle;
 }
 
+Spread spread(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return {values[values.size() / 2], values[values.size() / 4], values[values.size() * 3 / 4]};
+}
+
 std::vector<double> ratios(const Times& times, const Times& beside) {
   std::vector<double> found;
   for (std::size_t i = 0; i < times.size(); ++i) found.push_back(times[i] / beside[i]);

@@ -29,6 +29,12 @@ std::vector<Times> takeTurns(const std::vector<Contestant>& contestants, int rou
 /// The middle one of `values`, which must not be empty.
 double median(std::vector<double> values);
 
+/// A median, and the bounds of the middle half of the values.
+struct Spread {
+  double median, lower, upper;
+};
+Spread spread(std::vector<double> values);
+
 /// Round by round, how many times as long the one took as the other.
 std::vector<double> ratios(const Times& times, const Times& beside);
 

@@ -83,6 +83,7 @@ std::vector<Measurement> chosenMeasurements(const Options& options) {
   };
   if (!options.gate) {
     add(searchMeasurements());
+    add(coldMeasurements());
     add(hostileMeasurements());
     add(startMeasurements());
     add(memoryMeasurements());
