@@ -50,7 +50,8 @@ void compare(const Search& search, const Settings& settings, Report& report) {
                 settings.rounds);
   const Times& faster = median(times[2]) < median(times[3]) ? times[2] : times[3];
   report.add(*search.goal, search.name, medianRatio(times[0], faster));
-  report.add(ColdFigures{search.name, median(times[0]), median(times[1]), median(times[2]), median(times[3])});
+  report.add(
+      ColdFigures{search.name, median(times[0]), median(times[1]), median(times[2]), median(times[3])});
 }
 
 }  // namespace

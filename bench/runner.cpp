@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char* usage =
     R"(usage: bench_runner [OPTION]...
-  --quick           what a minute allows: fewer rounds, the small journals
-  --gate            only what is the same on every machine; fails where a goal is missed
+  --quick           fewer rounds, and only the main figures
+  --gate            only the counts that are the same on every machine; fails when a goal is missed
   --only NAME       only the measurements whose name begins so; may come more than once
   --rounds NUMBER   how often contestants take turns
   --server PATH     the program under test instead of this build's
