@@ -84,7 +84,6 @@ constexpr std::array allowedCalls = {
     AllowedCall{SYS_pipe2},
     AllowedCall{SYS_sched_yield},
     AllowedCall{SYS_sigaltstack},
-    AllowedCall{SYS_tgkill},
 #ifdef SYS_open
     withFlags(SYS_open, 1, O_CLOEXEC),
 #endif
