@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
@@ -15,6 +17,10 @@ struct User {
   std::vector<std::string> variables;
   std::string words;
 };
+
+void PrintTo(const User& user, std::ostream* out) {
+  *out << user.name;
+}
 
 class DatesInWords : public testing::TestWithParam<User> {};
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/child_process.h"
 #include "tests/support/entry_file.h"
@@ -54,6 +56,10 @@ struct Refused {
   std::string content;
   std::string reason;
 };
+
+void PrintTo(const Refused& refused, std::ostream* out) {
+  *out << refused.name;
+}
 
 class Reason : public testing::TestWithParam<Refused> {};
 

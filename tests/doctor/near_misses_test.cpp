@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
@@ -18,6 +19,10 @@ struct NearMiss {
   std::function<void(const TemporaryHome&)> make;
   std::string line;  // what the doctor says of it, after the mark
 };
+
+void PrintTo(const NearMiss& nearMiss, std::ostream* out) {
+  *out << nearMiss.name;
+}
 
 class PassedOver : public testing::TestWithParam<NearMiss> {};
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
@@ -13,6 +15,10 @@ struct Sign {
   const char* name;
   std::string text;
 };
+
+void PrintTo(const Sign& sign, std::ostream* out) {
+  *out << sign.name;
+}
 
 class Unprintable : public testing::TestWithParam<Sign> {
  protected:

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <ostream>
+
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
@@ -18,6 +20,10 @@ struct Setting {
   std::string root;  // as the doctor sees it
   std::string line;  // what it says, after the mark; empty for nothing
 };
+
+void PrintTo(const Setting& setting, std::ostream* out) {
+  *out << setting.name;
+}
 
 class RelativeRoot : public testing::TestWithParam<Setting> {};
 

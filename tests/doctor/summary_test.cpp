@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
@@ -67,6 +69,10 @@ struct TagsLine {
   std::string frontMatter;
   bool isGood;
 };
+
+void PrintTo(const TagsLine& tagsLine, std::ostream* out) {
+  *out << tagsLine.name;
+}
 
 class Tags : public testing::TestWithParam<TagsLine> {};
 

@@ -141,11 +141,14 @@ TEST(TextSearchAgainstItsJudge, FindsTheOneMatchWhereverItStands) {
   }
 }
 
-// Every code point with a meaning, and some of the others: those are all alike, and there are four times as
-// many of them.
+// Every code point that Unicode says something of, and some of the others, which are all alike: those without
+// a meaning, those for private use, and ideographs, which are neither folded nor composed.
 bool isWorthLooking(char32_t character) {
   if (character >= 0xD800 && character <= 0xDFFF) return false;
-  return u_isdefined(static_cast<UChar32>(character)) != 0 || character % 61 == 0;
+  const auto codePoint = static_cast<UChar32>(character);
+  const bool isLikeOthers = u_isdefined(codePoint) == 0 || u_charType(codePoint) == U_PRIVATE_USE_CHAR ||
+                            u_hasBinaryProperty(codePoint, UCHAR_UNIFIED_IDEOGRAPH) != 0;
+  return !isLikeOthers || character % 61 == 0;
 }
 
 std::string utf8(char32_t character) {

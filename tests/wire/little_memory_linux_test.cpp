@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <ostream>
+
 #include "tests/support/entry_file.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_home.h"
@@ -17,6 +19,10 @@ struct Limit {
   __rlimit_resource resource;
   rlim_t bytes;
 };
+
+void PrintTo(const Limit& limit, std::ostream* out) {
+  *out << limit.name;
+}
 
 class LittleMemory : public testing::TestWithParam<Limit> {};
 
