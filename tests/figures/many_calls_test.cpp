@@ -51,7 +51,7 @@ TEST_F(ManyCalls, TakeNeitherMemoryNorFileHandles) {
   EXPECT_EQ(server_.finish(), quietEnding);
 }
 
-TEST_F(ManyCalls, BehindALongLineHaveItsMemoryAgain) {
+TEST_F(ManyCalls, AfterALongLineHaveItsMemoryAgain) {
   callEveryTool(10);
   const double before = memory();
   server_.send(R"({"id":1,"method":"ping","params":")" + std::string(32 << 20, 'x') + "\"}");

@@ -78,7 +78,7 @@ TEST(FirstLine, IsGivenWholeHoweverLongItIs) {
   EXPECT_EQ(entryWithBody(line + "\nmore").firstLine(), line);
 }
 
-TEST(FirstLine, DoesNotEndAtALineFeedBehindACarriageReturn) {
+TEST(FirstLine, DoesNotEndAtALineFeedAfterACarriageReturn) {
   struct Case {
     std::string body, firstLine;
   };

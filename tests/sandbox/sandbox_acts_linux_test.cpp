@@ -23,7 +23,7 @@
 #include "tests/support/written_file.h"
 
 // Each act is done in a process of its own: outside the sandbox, where it must succeed, then inside, then
-// behind each of the two locks alone.
+// with each of the two locks alone.
 
 namespace halvane {
 

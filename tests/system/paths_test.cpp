@@ -56,7 +56,7 @@ TEST(Tilde, IsTheHomeDirectoryAtTheStartOnly) {
   }
 }
 
-TEST(Tilde, LeavesOneSlashBehindAHomeThatEndsInOne) {
+TEST(Tilde, LeavesOneSlashAfterAHomeThatEndsInOne) {
   const ScopedVariable home("HOME", "/");
   EXPECT_EQ(expandTilde("~/a"), "/a");
   EXPECT_EQ(expandTilde("~"), "/");

@@ -70,7 +70,7 @@ TEST(Snippet, IsOneLine) {
   EXPECT_EQ(snippetOf("one\ntwo", "one\ntwo"), "…one two…");
 }
 
-TEST(Snippet, HasABlankForEveryLineFeedAlsoBehindACarriageReturn) {
+TEST(Snippet, HasABlankForEveryLineFeedAlsoAfterACarriageReturn) {
   EXPECT_EQ(snippetOf("one\r\ntwo\rthree\n\r four", "two"), "…one\r two\rthree \r four…");
 }
 
@@ -103,7 +103,7 @@ TEST(Snippet, CountsFromTheStartOfTheCharacterInWhichAMatchBeginsOrEnds) {
       << "begins with the family and ends inside it";
 }
 
-TEST(Snippet, OfAMatchThatIsALineFeedBehindACarriageReturn) {
+TEST(Snippet, OfAMatchThatIsALineFeedAfterACarriageReturn) {
   EXPECT_EQ(snippetOf(repeated("b", 100) + "\r\n" + repeated("a", 100), "\n"),
             "…" + repeated("b", 80) + "\r " + repeated("a", 80) + "…");
   EXPECT_EQ(snippetOf(repeated("b", 100) + "\r\n" + repeated("a", 100), "\r"),

@@ -38,7 +38,7 @@ TEST(InputEnd, OfANullDeviceIsAtOnce) {
   EXPECT_EQ(endingWith(home, [] { openAs(STDIN_FILENO, "/dev/null", O_RDONLY); }), quietEnding);
 }
 
-TEST(InputEnd, OfAFileComesBehindItsLastLine) {
+TEST(InputEnd, OfAFileComesAfterItsLastLine) {
   const TemporaryHome home;
   const std::string file = home.below("requests");
   writeFile(file, ping + "\n" + ping);
