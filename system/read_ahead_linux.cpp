@@ -17,7 +17,7 @@ constexpr off_t beginning = 65536;
 // One system call for both, asking and reading. Some file systems and older kernels refuse to be asked; then,
 // and once the answer is known, read(2) is all.
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
-  if (asks_) {
+  if (isTimeToAsk()) {
     const iovec whole{data, size};
     constexpr off_t whereItIs = -1;
     const ssize_t count = preadv2(file, &whole, 1, whereItIs, RWF_NOWAIT);
