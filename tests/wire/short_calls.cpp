@@ -18,18 +18,26 @@ std::size_t shortened(std::size_t count) {
 
 }  // namespace
 
-extern "C" [[gnu::visibility("default")]] ssize_t read(int descriptor, void* buffer, std::size_t count) {
+// They have names of their own here, and the C library's for the linker: its headers may define the same
+// functions inline.
+extern "C" {
+
+ssize_t readShortly(int descriptor, void* buffer, std::size_t count) asm("read");
+ssize_t writeShortly(int descriptor, const void* buffer, std::size_t count) asm("write");
+ssize_t preadv2Shortly(int descriptor, const iovec* parts, int count, off_t offset, int flags) asm("preadv2");
+
+ssize_t readShortly(int descriptor, void* buffer, std::size_t count) {
   return syscall(SYS_read, descriptor, buffer, shortened(count));
 }
 
-extern "C" [[gnu::visibility("default")]] ssize_t write(int descriptor, const void* buffer,
-                                                        std::size_t count) {
+ssize_t writeShortly(int descriptor, const void* buffer, std::size_t count) {
   return syscall(SYS_write, descriptor, buffer, shortened(count));
 }
 
 // Fills no more than the first part.
-extern "C" [[gnu::visibility("default")]] ssize_t preadv2(int descriptor, const iovec* parts, int,
-                                                          off_t offset, int flags) {
+ssize_t preadv2Shortly(int descriptor, const iovec* parts, int, off_t offset, int flags) {
   const iovec first{parts->iov_base, shortened(parts->iov_len)};
   return syscall(SYS_preadv2, descriptor, &first, 1, offset, 0, flags);
 }
+
+}  // extern "C"
