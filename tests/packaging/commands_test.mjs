@@ -24,9 +24,11 @@ const journal = join(home, 'Documents/Halvane');
 rmSync(join(journal, 'packing list.md'));  // the one file that is not an entry
 writeFileSync(join(home, '.gitconfig'), '[safe]\n\tdirectory = *\n');  // the source may be another user's
 
-// The PATH is the one of this shell. The person has not added the folder to it into which they install.
+// The PATH is the one of this shell. The person has not added the folder to it into which they install. What this machine
+// has compiled already is not compiled again: the compiler's cache lies in another home folder.
 const { XDG_CONFIG_HOME: _, ...environment } = process.env;
-const env = { ...environment, HOME: home };
+const { status: noCache, stdout: cache } = spawnSync('ccache', ['--get-config', 'cache_dir'], { encoding: 'utf8' });
+const env = { ...environment, HOME: home, ...(noCache === 0 && { CCACHE_DIR: cache.trim() }) };
 
 function run(command) {
   return spawnSync('bash', ['-c', command], { cwd: copy, env, encoding: 'utf8' });
