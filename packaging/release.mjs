@@ -1,4 +1,5 @@
-// Writes what refers to a release: the entry for the registry of MCP servers, and the Homebrew formula.
+// Writes what refers to a release: the entry for the registry of MCP servers, the Homebrew formula, the text of the
+// release's page, and the checksums of all that people can download.
 //   node release.mjs VERSION ADDRESS FOLDER
 
 import { createHash } from 'node:crypto';
@@ -9,16 +10,23 @@ const [, , version, address, folder] = process.argv;
 const template = (name) => readFileSync(new URL(name, import.meta.url), 'utf8');
 const sha256 = (file) => createHash('sha256').update(readFileSync(join(folder, file))).digest('hex');
 
+const made = (name, ending) => readdirSync(folder).filter((file) => file.startsWith(name) && file.endsWith(ending)).sort();
+const bundles = made(`halvane_mcp-${version}-`, '.mcpb');
+const debianPackages = made(`halvane-mcp_${version}_`, '.deb');
+const source = `halvane_mcp-${version}.tar.gz`;
+
 // A release of a forge stands below the repository that it was made from.
-const [repository, isBelowIt] = address.split('/releases/');
+const [repository, download] = address.split('/releases/');
+if (download && download !== `download/v${version}`) {
+  throw new Error(`The version is ${version}, so the address of its release ends in v${version}: ${address}`);
+}
 
 function registryEntry() {
-  const isBundle = (file) => file.startsWith(`halvane_mcp-${version}-`) && file.endsWith('.mcpb');
   return {
     ...JSON.parse(template('registry/server.json')),
-    ...(isBelowIt && { repository: { url: repository, source: new URL(repository).hostname.replace(/\.com$/, '') } }),
+    ...(download && { repository: { url: repository, source: new URL(repository).hostname.replace(/\.com$/, '') } }),
     version,
-    packages: readdirSync(folder).filter(isBundle).sort().map((bundle) => ({
+    packages: bundles.map((bundle) => ({
       registryType: 'mcpb',
       identifier: `${address}/${bundle}`,
       version,
@@ -29,11 +37,22 @@ function registryEntry() {
 }
 
 function formula() {
-  const source = `halvane_mcp-${version}.tar.gz`;
   const values = { HOMEPAGE: repository, ADDRESS: `${address}/${source}`, SHA256: sha256(source) };
   const [, body] = template('homebrew/halvane_mcp.rb').split(/^#.*\n/);
   return body.replace(/@(\w+)@/g, (_, name) => values[name]);
 }
 
+// What CHANGELOG.md says under the version's heading.
+function pageText() {
+  const [heading, ...changes] = template('../CHANGELOG.md').split(/^## /m).map((part) => part.split('\n'))
+    .find(([heading]) => heading === version) ?? [];
+  if (!heading) throw new Error(`CHANGELOG.md has no heading ${version}.`);
+  return changes.join('\n').trim() + '\n';
+}
+
 writeFileSync(join(folder, 'server.json'), JSON.stringify(registryEntry(), null, 2) + '\n');
 writeFileSync(join(folder, 'halvane_mcp.rb'), formula());
+writeFileSync(join(folder, 'page.md'), pageText());
+
+const files = [...bundles, ...debianPackages, source, 'halvane_mcp.rb', 'server.json'];
+writeFileSync(join(folder, 'SHA256SUMS'), files.map((file) => `${sha256(file)}  ${file}\n`).join(''));

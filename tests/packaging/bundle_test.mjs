@@ -3,7 +3,7 @@
 
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { readFileSync, readdirSync, statSync } from 'node:fs';
+import { readFileSync, readdirSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { arch, platform } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
@@ -12,8 +12,9 @@ import { converse, homeWith, temporaryFolder } from './conversation.mjs';
 const [, , packages, examples] = process.argv;
 const mcpb = (...args) => execFileSync(join(packages, 'parts/npm/node_modules/.bin/mcpb'), args, { encoding: 'utf8' });
 
-const ending = `-${platform()}-${arch().replace('x64', 'x86_64')}.mcpb`;
-const bundles = readdirSync(packages).filter((file) => file.endsWith(ending));
+const processors = [arch().replace('x64', 'x86_64'), 'universal'];
+const endings = processors.map((processor) => `-${platform()}-${processor}.mcpb`);
+const bundles = readdirSync(packages).filter((file) => endings.some((ending) => file.endsWith(ending)));
 const folder = temporaryFolder();
 mcpb('unpack', join(packages, bundles[0]), folder);
 const manifest = JSON.parse(readFileSync(join(folder, 'manifest.json'), 'utf8'));
@@ -36,6 +37,25 @@ test('The packer finds nothing wrong with the manifest', () => {
   assert.match(mcpb('validate', join(folder, 'manifest.json')), /validation passes/);
 });
 
+test('It names the packages that are linked in, and has the terms of each', { skip: platform() !== 'linux' }, () => {
+  const licences = join(folder, 'licences');
+  const text = readFileSync(join(licences, 'README'), 'utf8');
+  const linked = [...text.matchAll(/^    ([\w+.-]+) [\w.:+~-]+$/gm)].map(([, name]) => name);
+  assert.deepEqual(readdirSync(licences).sort(), ['LGPL-2.1', 'README', ...linked].sort());
+  for (const library of ['libc6', 'libicu', 'libexpat', 'libstdc++', 'libboost']) {
+    assert.ok(linked.some((name) => name.startsWith(library)), library);
+  }
+});
+
+test('It says how to link the programs with another C library, and has the terms that ask for that', { skip: platform() !== 'linux' }, () => {
+  const licences = join(folder, 'licences');
+  const text = readFileSync(join(licences, 'README'), 'utf8');
+  assert.ok(text.includes(`halvane_mcp-${manifest.version}.tar.gz`));
+  assert.match(text, /^    script\/package$/m);
+  assert.doesNotMatch(text, /@/);
+  assert.match(readFileSync(join(licences, 'LGPL-2.1'), 'utf8'), /GNU LESSER GENERAL PUBLIC LICENSE/);
+});
+
 const awake = '~/Documents/Halvane/2025/03/2025-03-09-awake.md';
 test('Started by the manifest\'s own command, it searches, lists and reads', () => {
   const { replies, stderr, status } = ask(
@@ -50,6 +70,32 @@ test('Started by the manifest\'s own command, it searches, lists and reads', () 
   assert.equal(recent, 'No entries in the last 1 days.');
   assert.match(entry, /^Date: .*2025/);
   assert.deepEqual({ stderr, status }, { stderr: '', status: 0 });
+});
+
+const remotes = {
+  'https://github.com/example/halvane_mcp': 'https://github.com/example/halvane_mcp',
+  'https://gitlab.com/example/halvane_mcp.git': 'https://gitlab.com/example/halvane_mcp',
+  'git@github.com:example/halvane_mcp.git': 'https://github.com/example/halvane_mcp',
+};
+const script = new URL('../../packaging/bundle/manifest.mjs', import.meta.url).pathname;
+const manifestFor = (remote) => execFileSync(process.execPath, [script, '1.0.0', 'linux', remote], { encoding: 'utf8' });
+
+for (const [remote, address] of Object.entries(remotes)) {
+  test(`A manifest made of ${remote} leads to its pages, and the packer takes it`, () => {
+    const made = JSON.parse(manifestFor(remote));
+    assert.deepEqual([made.repository, made.homepage], [{ type: 'git', url: address }, address]);
+    assert.match(made.documentation, /\/blob\/v1\.0\.0\/docs\/README\.md$/);
+    assert.match(made.support, /\/issues$/);
+    const path = join(folder, 'made.json');
+    writeFileSync(path, manifestFor(remote));
+    assert.match(mcpb('validate', path), /validation passes/);
+    rmSync(path);
+  });
+}
+
+test('A manifest made of a folder leads to no pages', () => {
+  const { repository, homepage, documentation, support } = JSON.parse(manifestFor('/home/somebody/halvane_mcp'));
+  assert.deepEqual([repository, homepage, documentation, support], Array(4).fill(undefined));
 });
 
 test('The manifest names the tools in the server\'s words', () => {

@@ -1,4 +1,4 @@
-// The workflow, as the parser of those who run it reads it.
+// The workflows, as the parser of those who run them reads them.
 //   node workflow_test.mjs SOURCE      in a folder where npm has installed the parser
 
 import assert from 'node:assert/strict';
@@ -33,9 +33,14 @@ for (const name of readdirSync(folder)) {
   });
 
   test(`${name} runs scripts that are there`, () => {
-    const scripts = [...content.matchAll(/\bscript\/[\w-]+/g)].map(([script]) => script);
+    const scripts = [...content.matchAll(/\b(script|tests\/packaging)\/[\w.-]+/g)].map(([script]) => script);
     assert.ok(content.includes('run: script/test --all'));
-    for (const script of scripts) accessSync(join(source, script), constants.X_OK);
+    for (const script of scripts) accessSync(join(source, script), script.includes('.') ? constants.R_OK : constants.X_OK);
+  });
+
+  test(`${name} limits the time of each job`, () => {
+    const count = (pattern) => content.match(pattern).length;
+    assert.equal(count(/^    timeout-minutes: \d+$/gm), count(/^    runs-on: /gm));
   });
 }
 
