@@ -19,7 +19,7 @@ constexpr std::string_view help =
     "usage: halvane_doctor [--help | --version]\n"
     "\n"
     "Shows what an AI assistant finds in your journal, and what it doesn't. Lines that need attention begin\n"
-    "with \"!\". The exit status is 0 when there are none, otherwise 1, and 2 after another argument.\n"
+    "with \"!\". The exit status is 0 if there are none, 1 if there are some, and 2 for any other argument.\n"
     "\n"
     "  --help     prints this text\n"
     "  --version  prints the version\n";

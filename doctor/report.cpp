@@ -8,7 +8,7 @@ namespace {
 
 void describeSandbox(const Examination& examination, Page& page) {
   if (examination.notRefused.empty()) return;
-  page.heading("What the system does not keep this program and the server from");
+  page.heading("What the sandbox does not refuse here");
   page.line(examination.notRefused);
 }
 

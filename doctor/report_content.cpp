@@ -42,7 +42,7 @@ std::string inWords(Trouble why) {
     case Trouble::otherExtension:
       return "the server does not read it: its name must end in .md, in small letters.";
     case Trouble::noTag:
-      return "no tag comes from its tags line, such as tags: work, garden.";
+      return "it is an entry without tags: its tags line must look like tags: work, garden.";
   }
   return {};
 }
@@ -85,8 +85,8 @@ void describeCloud(const CloudFiles& files, Page& page) {
         "In the Finder, control-click the journal's folder and choose Keep Downloaded or Download Now.");
   }
   if (files.withoutContent > 0) {
-    page.line("Files that were in iCloud Drive alone: " + std::to_string(files.withoutContent) +
-              ". Reading them waits for their download.");
+    page.line("Files that were only in iCloud Drive: " + std::to_string(files.withoutContent) +
+              ". A question waits until they are downloaded.");
   }
 }
 
@@ -97,7 +97,7 @@ void describeEntries(const Examination& examination, Page& page) {
   page.line("The oldest entry: " + dateInWords(examination.oldest));
   page.line("The newest entry: " + dateInWords(examination.newest));
   if (examination.inFuture > 0) {
-    page.line("Entries dated in the future, which every list of recent entries shows: " +
+    page.line("Entries dated in the future, which list_recent always shows: " +
               std::to_string(examination.inFuture));
   }
 }

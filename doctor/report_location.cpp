@@ -14,11 +14,11 @@ void describe(const SettingsWithoutRoot& settings, Page& page) {
     case SettingsWithoutRoot::Cause::absent:
       return page.line(place + ": not found.");
     case SettingsWithoutRoot::Cause::nameNone:
-      return page.line(place + ": there is no text under the key journalRoot.");
+      return page.line(place + ": it has no text under the key journalRoot.");
     case SettingsWithoutRoot::Cause::unreadable:
-      return page.attention(place + ": can't be read: " + settings.error.message());
+      return page.attention(place + ": it can't be read: " + settings.error.message());
     case SettingsWithoutRoot::Cause::damaged:
-      return page.attention(place + ": not a property list, or longer than 16 MiB.");
+      return page.attention(place + ": it is not a property list, or it is longer than 16 MiB.");
   }
 }
 
@@ -32,8 +32,7 @@ void describeSource(const JournalLocation& location, Page& page) {
 void describeRelativeSetting(const std::string& setting, Page& page) {
   if (setting.empty()) {
     page.attention(
-        "The preference journalRoot is empty. The server then takes the folder in which its client "
-        "starts it.");
+        "The preference journalRoot is empty. The server takes the folder in which its client starts it.");
   } else if (!expandTilde(setting).starts_with('/')) {
     page.attention("The preference journalRoot is not an absolute path. The server looks for " + setting +
                    " below the folder in which its client starts it.");

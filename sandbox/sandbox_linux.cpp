@@ -13,14 +13,14 @@ std::string_view enterReadOnly() {
   const bool keptFromOthers = giveUpOtherProcesses();
   if (refuseAllButAllowedCalls()) {
     if (keptFromOthers) return {};
-    return "This Linux lets it have no Landlock: it can change, send and start nothing, but could read the "
-           "memory of your other programs.";
+    return "This Linux offers no Landlock: the server can't change files, use the network or start programs, "
+           "but it could read the memory of your other programs.";
   }
   if (giveUpChangingFiles())
-    return "This Linux takes no filter of system calls from it: Landlock keeps it from writing files, but not "
-           "from changing their modes and times, from the network or from starting programs.";
-  return "This Linux lets it have neither Landlock nor a filter of system calls: nothing but its own code "
-         "keeps it to reading.";
+    return "This Linux offers no seccomp filter: Landlock keeps the server from writing files and starting "
+           "programs, but not from changing the modes and times of files or from using the network.";
+  return "This Linux offers neither Landlock nor a seccomp filter: only the server's own code keeps it from "
+         "doing more than read.";
 }
 
 }  // namespace halvane::sandbox

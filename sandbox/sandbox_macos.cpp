@@ -26,7 +26,7 @@ std::string_view enterReadOnly() {
   char* error = nullptr;
   if (sandbox_init(profile, profileText, &error) == 0) return {};
   sandbox_free_error(error);
-  return "This macOS lets it have no sandbox: nothing but its own code keeps it to reading.";
+  return "This macOS offers no sandbox: only the server's own code keeps it from doing more than read.";
 }
 
 }  // namespace halvane::sandbox

@@ -54,9 +54,9 @@ TEST_F(SettingsFiles, ThatNameNoJournalAreNamed) {
   writeFile(settings(primarySuite), propertyListOfText("theme", "dark"));
   writeFile(settings(legacySuite), propertyListWith("journalRoot", "<true/>"));
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n  " + settings(primarySuite) + ": there is no text under the key journalRoot.\n"))
+  EXPECT_TRUE(given.says("\n  " + settings(primarySuite) + ": it has no text under the key journalRoot.\n"))
       << given.output;
-  EXPECT_TRUE(given.says("\n  " + settings(legacySuite) + ": there is no text under the key journalRoot.\n"))
+  EXPECT_TRUE(given.says("\n  " + settings(legacySuite) + ": it has no text under the key journalRoot.\n"))
       << given.output;
   EXPECT_EQ(given.status, 0);
 }
@@ -66,7 +66,7 @@ TEST_F(SettingsFiles, ThatCannotBeReadWantAttention) {
   chmod(settings(primarySuite).c_str(), 0);
   const Answer given = answerToOrdinaryUser();
   EXPECT_TRUE(given.says("\n  " + home_.journal() + "\n  This is the default folder")) << given.output;
-  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": can't be read: Permission denied\n"))
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": it can't be read: Permission denied\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }
@@ -74,7 +74,8 @@ TEST_F(SettingsFiles, ThatCannotBeReadWantAttention) {
 TEST_F(SettingsFiles, ThatAreNoPropertyListWantAttention) {
   writeFile(settings(primarySuite), "journalRoot=~/Journal");
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) + ": not a property list, or longer than 16 MiB.\n"))
+  EXPECT_TRUE(given.says("\n! " + settings(primarySuite) +
+                         ": it is not a property list, or it is longer than 16 MiB.\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }

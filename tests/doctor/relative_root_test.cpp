@@ -56,8 +56,8 @@ TEST(EmptyRoot, NeedsAttentionThoughTheDoctorFindsEntriesInItsOwnFolder) {
                                    }});
   EXPECT_TRUE(given.says("Entries among them: 1\n")) << given.output;
   EXPECT_TRUE(
-      given.says("\n! The preference journalRoot is empty. The server then takes the folder in which its "
-                 "client starts it.\n"))
+      given.says("\n! The preference journalRoot is empty. The server takes the folder in which its client "
+                 "starts it.\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }

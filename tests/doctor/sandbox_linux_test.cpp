@@ -50,11 +50,11 @@ TEST(Sandbox, IsEnteredBeforeAnythingOfTheUserIsRead) {
 TEST(Sandbox, IsMentionedWhereTheKernelLacksPartOfIt) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
-  const std::string heading = "What the system does not keep this program and the server from\n  This Linux ";
+  const std::string heading = "What the sandbox does not refuse here\n  This Linux ";
   const auto answerWithout = [&](const std::vector<RefusedCall>& calls) {
     return callDoctor({.home = home.path(), .before = [&] { refuseCalls(calls); }});
   };
-  EXPECT_TRUE(answerWithout(callsOfLandlock()).says(heading + "lets it have no Landlock"));
+  EXPECT_TRUE(answerWithout(callsOfLandlock()).says(heading + "offers no Landlock"));
   EXPECT_TRUE(answerWithout(callsOfFilters()).says(heading)) << "whatever Landlock it has";
   EXPECT_EQ(answerWithout(callsOfLandlock()).status, 0) << "nothing is wrong with the journal";
 }
@@ -63,7 +63,7 @@ TEST(Sandbox, IsNotMentionedWhereItIsWhole) {
   if (versionOfLandlock() == 0) GTEST_SKIP() << "this kernel has no Landlock";
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
-  EXPECT_FALSE(callDoctor({.home = home.path()}).says("What the system does not keep"));
+  EXPECT_FALSE(callDoctor({.home = home.path()}).says("What the sandbox does not refuse"));
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST_F(Summary, CountsEntriesDatedInTheFuture) {
   home_.write("b.md", EntryFile{.date = "9998-12-24T18:00:00Z"}.text());
   home_.write("c.md", EntryFile{.date = "9999-12-24T18:00:00Z"}.text());
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n  Entries dated in the future, which every list of recent entries shows: 2\n"))
+  EXPECT_TRUE(given.says("\n  Entries dated in the future, which list_recent always shows: 2\n"))
       << given.output;
   EXPECT_EQ(given.status, 0) << "they are found";
 }
@@ -80,8 +80,8 @@ TEST_P(Tags, AreMissedWhereALineOfThemGivesNone) {
   const TemporaryHome home;
   home.write("2025/a.md", "---\ndate: 2025-11-03T09:14:00Z\n" + GetParam().frontMatter + "---\n- text\n");
   const Answer given = callDoctor({.home = home.path()});
-  const bool isTold =
-      given.says("\n! 2025/a.md: no tag comes from its tags line, such as tags: work, garden.\n");
+  const bool isTold = given.says(
+      "\n! 2025/a.md: it is an entry without tags: its tags line must look like tags: work, garden.\n");
   EXPECT_NE(isTold, GetParam().isGood) << given.output;
   EXPECT_EQ(given.status, GetParam().isGood ? 0 : 1);
 }

@@ -142,20 +142,21 @@ TEST(SandboxedProcess, IsToldWhatIsNotRefused) {
   const auto without = [](const std::vector<RefusedCall>& calls) {
     return missingAfter([&] { refuseCalls(calls); });
   };
-  EXPECT_EQ(without(both()),
-            "This Linux lets it have neither Landlock nor a filter of system calls: nothing but its own code "
-            "keeps it to reading.");
-  EXPECT_EQ(without(callsOfLandlock()),
-            "This Linux lets it have no Landlock: it can change, send and start nothing, but could read the "
-            "memory of your other programs.");
+  EXPECT_EQ(
+      without(both()),
+      "This Linux offers neither Landlock nor a seccomp filter: only the server's own code keeps it from "
+      "doing more than read.");
+  EXPECT_EQ(
+      without(callsOfLandlock()),
+      "This Linux offers no Landlock: the server can't change files, use the network or start programs, "
+      "but it could read the memory of your other programs.");
   if (versionOfLandlock() == 0) return;
   EXPECT_EQ(missingAfter([] {}), "");
   EXPECT_EQ(missingAfter(takeAllLayersOfLandlock), without(callsOfLandlock()));
   EXPECT_EQ(missingAfter(takeAllHandles), without(callsOfLandlock()));
-  EXPECT_EQ(
-      without(callsOfFilters()),
-      "This Linux takes no filter of system calls from it: Landlock keeps it from writing files, but not "
-      "from changing their modes and times, from the network or from starting programs.");
+  EXPECT_EQ(without(callsOfFilters()),
+            "This Linux offers no seccomp filter: Landlock keeps the server from writing files and starting "
+            "programs, but not from changing the modes and times of files or from using the network.");
 }
 
 }  // namespace
