@@ -1,6 +1,7 @@
-// Types the commands of README.md, docs/*.md and CONTRIBUTING.md, one after the other, as a person with a copy of the
-// source and a home folder of their own would. Skips those that can't run here, each with the reason.
-//   node commands_test.mjs SOURCE
+// Types the commands of README.md, docs/*.md and CONTRIBUTING.md, one after the other, as a person would who has a clone
+// of the source and an almost empty home folder. Skips those that can't run here, each with the reason.
+//   node commands_test.mjs SOURCE BUILD          BUILD is where the tests are built
+//   node commands_test.mjs SOURCE everything     types those that take long too: for a bare system
 
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
@@ -10,7 +11,8 @@ import { test } from 'node:test';
 import { homeWith, temporaryFolder } from './conversation.mjs';
 import { documentAt } from './document.mjs';
 
-const [, , source] = process.argv;
+const [, , source, build] = process.argv;
+const typesEverything = build === 'everything';
 const inSource = (name) => documentAt(join(source, name));
 const [readme, clients, configuration, contributing] =
   ['README.md', 'docs/clients.md', 'docs/configuration.md', 'CONTRIBUTING.md'].map(inSource);
@@ -24,11 +26,10 @@ const journal = join(home, 'Documents/Halvane');
 rmSync(join(journal, 'packing list.md'));  // the one file that is not an entry
 writeFileSync(join(home, '.gitconfig'), '[safe]\n\tdirectory = *\n');  // the source may be another user's
 
-// The PATH is the one of this shell. The person has not added the folder to it into which they install. What this machine
-// has compiled already is not compiled again: the compiler's cache lies in another home folder.
-const { XDG_CONFIG_HOME: _, ...environment } = process.env;
-const { status: noCache, stdout: cache } = spawnSync('ccache', ['--get-config', 'cache_dir'], { encoding: 'utf8' });
-const env = { ...environment, HOME: home, ...(noCache === 0 && { CCACHE_DIR: cache.trim() }) };
+// Nothing else of this shell's environment counts. The person has not added the folder into which they install to PATH.
+const kept = Object.entries(process.env).filter(([name]) => /^(PATH|TMPDIR|CCACHE_DIR|.*_proxy)$/i.test(name));
+const cache = join(process.env.HOME ?? '/', '.cache/ccache');
+const env = { ...(existsSync(cache) && { CCACHE_DIR: cache }), ...Object.fromEntries(kept), HOME: home };
 
 function run(command) {
   return spawnSync('bash', ['-c', command], { cwd: copy, env, encoding: 'utf8' });
@@ -40,12 +41,16 @@ function type(command) {
   return stdout;
 }
 
+type('git init --quiet && git add --all');
+
 // Why a command can't run here; false when it can.
 function whyNot(command) {
-  if (/^sudo apt /.test(command)) return 'it installs into this system; debian_installation_test does so elsewhere';
-  if (/\bbrew\b/.test(command)) return 'it installs into this system; the workflow does so, on macOS';
+  if (/^sudo apt /.test(command)) return 'it installs into this system; debian_installation_test types it elsewhere';
+  if (/\bbrew\b/.test(command)) return 'it installs into this system; the workflow types it, on macOS';
   if (/^git clone |^cd halvane_mcp$/.test(command)) return 'another test clones the source';
-  const [program] = command.split(' ');
+  if (/^(script\/test|cmake --build --preset debug|ctest|script\/bootstrap test)/.test(command) && !typesEverything)
+    return 'it takes long, or installs into this system';
+  const program = command === 'script/format' ? 'clang-format' : command.split(' ')[0];
   return run(`command -v ${program}`).status === 0 ? false : `${program} is not installed here`;
 }
 
@@ -119,7 +124,18 @@ test('The command that removes the program leaves no file of it', { skip: whyNot
   assert.deepEqual(left, []);
 });
 
-// The commands of CONTRIBUTING.md take too long here, or install something. But each script knows what it is given.
+contributing.commands.forEach(typed);
+
+test('The names of tests in CONTRIBUTING.md are those of tests', { skip: typesEverything }, () => {
+  const names = [...contributing.text.matchAll(/(?:--tests-regex|script\/test)((?: \w+)+)/g)].flatMap(([, words]) => words.trim().split(' '));
+  assert.ok(names.length > 0);
+  for (const name of names) {
+    const listing = type(`ctest --test-dir '${build}' --show-only --tests-regex ${name}`);
+    assert.doesNotMatch(listing, /Total Tests: 0/, name);
+  }
+});
+
+// Some of its commands are only named in a table. Each script knows what it is given.
 const ofContributors = [...contributing.commands, ...contributing.inline].filter((code) => code.startsWith('script/'));
 
 for (const script of new Set(ofContributors.map((command) => command.split(' ')[0]))) {
