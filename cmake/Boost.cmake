@@ -1,4 +1,4 @@
-# Sets Boost_INCLUDE_DIRS. Of Boost, JSON alone is used, and of that the headers.
+# Sets Boost_INCLUDE_DIRS. We use only the headers of Boost.JSON.
 find_path(HALVANE_BOOST_HEADERS boost/json.hpp)
 set(boost_version 0)
 if(HALVANE_BOOST_HEADERS)

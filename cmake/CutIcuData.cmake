@@ -1,4 +1,4 @@
-# Takes ICU's data out of its static library and leaves away what these programs never ask for: five sixths.
+# Takes ICU's data out of its static library, without the data that these programs never use: five sixths.
 #   cmake -D LIBRARY=libicudata.a -D NAME=icudt72l -D INTO=FOLDER -D AR=ar -D OBJCOPY=objcopy -D ICUPKG=icupkg
 #         -P CutIcuData.cmake
 # Into FOLDER come NAME.o with the whole data, as the library has it, and NAME.dat with what is kept.
@@ -42,8 +42,8 @@ set(bounds ${items})
 list(FILTER bounds INCLUDE REGEX "^brkitr/")
 list(FILTER items EXCLUDE REGEX "^brkitr/")
 
-# icupkg sees to it that nothing is kept that needs what is dropped. The one list of all bounds is let off: it names
-# those of words, lines and sentences, which nobody looks up.
+# icupkg fails if we keep data that needs dropped data. The list of all bounds is an exception: it names those of words,
+# lines and sentences, which we never look up.
 string(JOIN "\n" items ${items})
 string(JOIN "\n" bounds ${bounds})
 drop(${whole} ${INTO}/between/${NAME}.dat "${items}\n")

@@ -1,5 +1,5 @@
-# Makes it hard to turn a mistake of ours into anything but the end of the process. Taken where the compiler and the
-# processor offer it.
+# Hardens the programs: a mistake of ours should end the process and do nothing worse. Each option is used if the
+# compiler and the processor offer it.
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
@@ -15,7 +15,7 @@ if(HALVANE_HAS_BRANCH_PROTECTION)
   add_compile_options(${branch_protection})
 endif()
 if(NOT HALVANE_SANITIZE AND NOT HALVANE_FUZZ)
-  # It needs an optimiser, and the sanitizers look closer than it does.
+  # It needs optimisation, and the sanitizers check more than it does.
   set(level 3)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
     set(level 2)

@@ -1,7 +1,7 @@
-# Sets `icu` to what to link: the system's shared libraries as they are or, with HALVANE_STATIC, its static ones, with
-# their data cut to what the programs ask for.
+# Sets `icu` to the libraries to link: the system's shared libraries or, with HALVANE_STATIC, its static ones with their
+# data cut to what the programs use.
 if(APPLE)
-  # Homebrew leaves its ICU out of the usual folders, so as not to hide the system's own.
+  # Homebrew keeps its ICU out of the usual folders, where it would hide the system's.
   execute_process(COMMAND brew --prefix icu4c OUTPUT_VARIABLE icu_prefix OUTPUT_STRIP_TRAILING_WHITESPACE)
   list(APPEND CMAKE_PREFIX_PATH ${icu_prefix})
 endif()

@@ -1,5 +1,5 @@
-# halvane_missing(what apt dnf pacman apk brew): stops, and says by which name this system's package manager has what is
-# missing. A name "-" stands for: it has none.
+# halvane_missing(what apt dnf pacman apk brew): stops with an error that names the missing package as this system's
+# package manager calls it. The name "-" means that there is no such package.
 function(halvane_missing what)
   set(commands "apt-get install" "dnf install" "pacman -S" "apk add" "brew install")
   foreach(name command IN ZIP_LISTS ARGN commands)
@@ -15,7 +15,8 @@ function(halvane_missing what)
   message(FATAL_ERROR "${what} is missing here.")
 endfunction()
 
-# halvane_find_static(variable library apt apk): the static library, or the end with its package's name.
+# halvane_find_static(variable library apt apk): finds the static library, or stops with an error that names its
+# package.
 function(halvane_find_static variable library apt apk)
   find_library(${variable} ${library})
   if(NOT ${variable})

@@ -1,6 +1,6 @@
-# Sets HALVANE_NODE to the machine's own Node, and HALVANE_NODE_LACKS to what stands in the way of the tests that run
-# npm packages; nothing does when it is empty. From version 18 on, npm fetches what the packages need beyond it, a newer
-# Node included.
+# Sets HALVANE_NODE to this machine's Node, and HALVANE_NODE_LACKS to the reason why tests with npm packages can't run,
+# or to an empty text if they can. From version 18 on, npm fetches everything else that the packages need, also a newer
+# Node.
 find_program(HALVANE_NODE node)
 find_program(HALVANE_NPM npm)
 
@@ -15,7 +15,7 @@ else()
   endif()
 endif()
 
-# In place of the tests with that label: one that says why there are none.
+# Adds one test in place of those with that label, which says why they are left out.
 function(halvane_skip_tests label reason)
   message(WARNING "The tests of ${label} are left out: ${reason}.")
   add_test(NAME ${label}.are_left_out COMMAND ${CMAKE_COMMAND} -E echo "Left out: ${reason}.")

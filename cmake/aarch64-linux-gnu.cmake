@@ -1,5 +1,5 @@
-# Builds for Linux on 64-bit ARM, on a Debian that has another processor and both one's libraries
-# (script/bootstrap package-for-arm64). What is built runs under qemu where a build or a test asks for it.
+# Builds for Linux on 64-bit ARM, on a Debian with another processor and the libraries for both (script/bootstrap
+# package-for-arm64). Programs that a build or test runs are run under qemu.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)

@@ -7,8 +7,8 @@
 
 namespace halvane {
 
-/// What helps a person to whom the system says `error` about the journal folder; no error for a folder that
-/// it lets us read. Empty where there is nothing to add.
+/// Advice for a person when the system answers `error` for the journal folder, or no error if the folder can
+/// be read. Empty when there is nothing to add.
 std::string advice(const std::error_code& error);
 
 }  // namespace halvane

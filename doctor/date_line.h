@@ -8,8 +8,8 @@
 
 namespace halvane {
 
-/// `moment` as the tools show it, but without the invisible marks by which some languages order it: a line of
-/// the report holds printable text only.
+/// `moment` as the tools show it, but without the invisible direction marks of some languages: a report
+/// contains only printable text.
 std::string dateInWords(Instant moment);
 
 }  // namespace halvane

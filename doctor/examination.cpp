@@ -27,7 +27,7 @@ SettingsWithoutRoot settingsWithoutRoot(const std::string& suite) {
   return settings;
 }
 
-// Where the journal is for a server that is started without the environment variable `name`; nothing where
+// Where a server that is started without the environment variable `name` looks for the journal; nothing when
 // that is the same folder.
 std::optional<FileUrl> rootWithout(const char* name, const FileUrl& root) {
   const char* const value = std::getenv(name);
@@ -119,7 +119,7 @@ Examination examineJournal(Progress& progress) {
   examination.error = errorOpeningFolder(root.path);
   examination.inTheCloud = cloudFilesBelow(root.path);
   Reading reading(examination, progress);
-  // Any opening will do here: a file that begins otherwise is what the person may be looking for.
+  // We read files with any opening: the person may be looking for one that doesn't begin like an entry.
   readFilesBelow(
       root.path, ".md", {},
       [&](std::string_view path, std::string_view content) { reading.seeFile(path, content); },

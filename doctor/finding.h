@@ -1,6 +1,6 @@
 #pragma once
 
-// What the doctor finds out of order in a journal.
+// What the doctor finds wrong in a journal.
 
 #include <string>
 #include <system_error>
@@ -10,13 +10,13 @@
 
 namespace halvane {
 
-/// What is out of order about a file or folder, besides what stands in the way of its being an entry.
+/// What else may be wrong with a file or folder, besides the reasons why a file is not an entry.
 enum class Trouble {
-  notReadToItsEnd,  ///< it is named like an entry, but is not read to its end, or no regular file
+  notReadToItsEnd,  ///< it is named like an entry, but can't be read to its end, or is not regular
   notRegular,       ///< it is named like an entry, but is a pipe, a socket or a device
   linkToFolder,     ///< it is a link to a folder
-  otherExtension,   ///< it is named like Markdown, but not as the server wants it
-  noTag             ///< it is an entry with a tags line from which no tag comes
+  otherExtension,   ///< it is named like Markdown, but its name doesn't end in .md
+  noTag             ///< it is an entry whose tags line gives no tag
 };
 
 /// A file or folder below the journal that needs attention.

@@ -37,7 +37,7 @@ int reportToTerminal(std::string_view notRefused) {
   return report.isWell && isWritten ? allIsWell : wantsAttention;
 }
 
-// What a person asks with one argument.
+// Answers a call with one argument.
 int answer(std::string_view argument) {
   const bool isHelp = argument == "--help";
   if (!isHelp && argument != "--version") {

@@ -12,7 +12,7 @@ namespace {
 
 using Kind = Directory::Kind;
 
-// By which people and editors name Markdown files, in small letters.
+// The extensions that people and editors give Markdown files, in small letters.
 constexpr std::array<std::string_view, 5> extensions = {".md", ".markdown", ".mdown", ".mkd", ".md.txt"};
 
 std::string inSmallLetters(std::string_view name) {
@@ -30,7 +30,7 @@ bool isNamedLikeMarkdown(std::string_view name) {
   });
 }
 
-// The kind of what a listing doesn't tell.
+// The kind of an item whose listing doesn't tell it.
 Kind kindAt(const std::string& path) {
   std::error_code error;
   switch (std::filesystem::symlink_status(path, error).type()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// What lies beside the entries and looks as if the server should read it, but is not read.
+// Files and links that look like entries but that the server doesn't read.
 
 #include <optional>
 #include <string>
@@ -12,8 +12,8 @@
 namespace halvane {
 
 /// Why the server passes over what is listed as `name`, of the given kind, at `path` (absolute, raw bytes),
-/// though a person may take it for an entry or a part of the journal. Nothing for all else: files that the
-/// server reads or tries to, folders, and what is no such thing to anybody.
+/// although a person may take it for a part of the journal. Nothing for anything else: files that the server
+/// reads or tries to read, folders, and files that don't look like entries.
 std::optional<Trouble> nearMiss(std::string_view name, Directory::Kind kind, const std::string& path);
 
 }  // namespace halvane

@@ -1,6 +1,6 @@
 #pragma once
 
-// How a report is laid out, line by line.
+// Lays out a report, line by line.
 
 #include <cstddef>
 #include <string>
@@ -8,14 +8,14 @@
 
 namespace halvane {
 
-/// A report's text as it grows. Whatever is written on it, nothing but printable text, the line feeds at the
-/// ends of its lines and the colours of its own comes out.
+/// Collects the text of a report. Whatever is written to it, the text contains only printable characters, a
+/// line feed at the end of each line, and the colours of the page.
 class Page {
  public:
   /// With `colour` for a terminal, otherwise for a pipe or file.
   explicit Page(bool colour) : colour_(colour) {}
 
-  /// A line of its own, after an empty one. All texts are raw bytes and end without a line feed.
+  /// A heading, after an empty line. All texts are raw bytes and end without a line feed.
   void heading(std::string_view text);
   /// An ordinary line.
   void line(std::string_view text);

@@ -6,8 +6,8 @@
 
 namespace halvane {
 
-/// A line on standard error that says how far the reading is: only where that is a terminal, only when there
-/// are many folders or files, and gone when this ends.
+/// A line on standard error that shows the progress of reading. It appears only on a terminal and only for
+/// many folders or files, and the destructor removes it.
 class Progress {
  public:
   Progress();
@@ -15,9 +15,9 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  /// One folder more has been entered.
+  /// Counts a folder that has been entered.
   void countFolder();
-  /// One file more has been read.
+  /// Counts a file that has been read.
   void countFile();
 
  private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the doctor says, from what it found out.
+// Puts an examination into words.
 
 #include <string>
 
@@ -10,8 +10,8 @@ namespace halvane {
 
 /// An examination in words.
 struct Report {
-  std::string text;    ///< UTF-8, printable, lines with a line feed each, colours apart
-  bool isWell = true;  ///< whether nothing in it wants attention
+  std::string text;    ///< UTF-8, printable except for colours; a line feed ends each line
+  bool isWell = true;  ///< whether nothing in it needs attention
 };
 
 /// The report for a person at a terminal, or with `colour` false for a pipe or file.

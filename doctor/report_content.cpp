@@ -9,7 +9,7 @@
 namespace halvane {
 namespace {
 
-// Of more files with the same reason only the first few are named.
+// If more files than this have the same reason, the report names only the first few.
 constexpr std::size_t mostNamed = 20;
 constexpr std::size_t firstFew = 5;
 

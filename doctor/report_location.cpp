@@ -8,7 +8,7 @@ namespace halvane {
 namespace {
 
 void describe(const SettingsWithoutRoot& settings, Page& page) {
-  if (!settings.file) return;  // the system keeps them, and has told that they name no journal
+  if (!settings.file) return;  // the system keeps them, and they don't name a journal
   const std::string& place = *settings.file;
   switch (settings.cause) {
     case SettingsWithoutRoot::Cause::absent:
@@ -28,7 +28,7 @@ void describeSource(const JournalLocation& location, Page& page) {
   if (const auto file = Preferences::fileOfSuite(*location.namedBy)) page.line("They are kept in " + *file);
 }
 
-// The server goes from the folder that its client starts it in, which is seldom the doctor's.
+// A relative path counts from the server's current folder, which is seldom the doctor's.
 void describeRelativeSetting(const std::string& setting, Page& page) {
   if (setting.empty()) {
     page.attention(

@@ -13,8 +13,8 @@ bool sameText(const std::optional<Text>& left, const std::optional<Text>& right)
   return left.has_value() == right.has_value() && (!left || canonicallyEqual(*left, *right));
 }
 
-// A stream of fields (FNV-1a, 64 bits). Each text is led by its length, so that neighbours can't flow into
-// one another.
+// Hashes a stream of fields (FNV-1a, 64 bits). The length of each text comes before it. Otherwise
+// neighbouring texts could be cut elsewhere and hash alike.
 class Hasher {
  public:
   void feed(std::uint64_t number) {

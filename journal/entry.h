@@ -23,8 +23,8 @@ struct FileUrl {
   bool operator==(const FileUrl&) const = default;
 };
 
-/// One journal entry, as one Markdown file holds it. Made whole by `parse` and not changed afterwards; all
-/// texts are UTF-8 and its own.
+/// One journal entry, read from one Markdown file. `parse` makes it, and nothing changes it afterwards. All
+/// texts are UTF-8, and the entry owns them.
 struct Entry {
   std::string id;                           ///< the path of its file, as text
   FileUrl url;                              ///< the file it was read from, as it was named to the parser
@@ -38,16 +38,16 @@ struct Entry {
   std::string body;                         ///< the Markdown text, without white space at its ends
 
   /// The body's first line without white space at its ends, however long; empty when the body is. A line ends
-  /// at a line feed that stands alone: one after a carriage return is part of the line.
+  /// at a line feed without a carriage return before it.
   std::string_view firstLine() const;
 
-  /// Reads the entry file at `fileURL`. Nothing when there is no such file, it can't be read whole, or is no
-  /// entry; which of these is not told. Throws std::bad_alloc only.
+  /// Reads the entry file at `fileURL`. Nothing when there is no such file, when it can't be read whole, or
+  /// when it is not an entry. Throws only std::bad_alloc.
   static std::optional<Entry> parse(const FileUrl& fileURL);
 
   /// The canonical form of the tag `text` (UTF-8): lower case, composed (Normalization Form C), without "#",
   /// words joined by "-", only letters, 0 to 9 and "-", 1 to 30 user-perceived characters. Nothing when no
-  /// such character is left or there are more of them.
+  /// such character is left, or more than 30.
   static std::optional<std::string> normalizeTag(std::string_view text);
 
   /// The canonical forms of `texts` in their order, none twice, without those that have none.
@@ -57,7 +57,7 @@ struct Entry {
   /// in square brackets.
   static std::vector<std::string> parseTags(std::string_view value);
 
-  /// Whether parseTags(value) would hold `tag`, a canonical one; without making the list.
+  /// Whether parseTags(value) would contain the canonical tag `tag`, found without making the list.
   static bool isAmongTags(std::string_view tag, std::string_view value);
 
   /// Equal in all ten fields. Texts are equal when they are canonically equivalent.

@@ -55,7 +55,7 @@ bool takeFrontMatter(std::string_view& rest, EntryText& entry, EntryText::Value&
   return false;
 }
 
-// Whether `text` has the delimiter as a line that ends as those of Windows do.
+// Whether `text` has a line with the delimiter and a carriage return, as on Windows.
 bool hasWindowsDelimiter(std::string_view text) {
   while (!text.empty()) {
     if (takeLine(text) == "---\r") return true;
@@ -63,7 +63,8 @@ bool hasWindowsDelimiter(std::string_view text) {
   return false;
 }
 
-// A decimal integer with an optional sign; 0 for whatever is none or doesn't fit 64 bits.
+// A decimal integer with an optional sign; 0 for anything else, and for a number that doesn't fit into 64
+// bits.
 std::int64_t parseInteger(std::string_view text) {
   if (text.starts_with('+')) {
     text.remove_prefix(1);

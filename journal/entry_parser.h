@@ -1,6 +1,6 @@
 #pragma once
 
-// How an entry file's bytes become the parts of an entry, or the reason why they are none.
+// Finds the parts of an entry in a file's bytes, or the reason why the file is not an entry.
 
 #include <array>
 #include <optional>
@@ -10,24 +10,24 @@
 
 namespace halvane {
 
-/// What an entry file begins with: the line that opens its front matter, perhaps after a byte-order mark.
-/// Whatever begins otherwise is no entry and need not be read on.
+/// What an entry file begins with: the line that opens its front matter, perhaps after a byte-order mark. A
+/// file that begins otherwise is not an entry, and its rest need not be read.
 inline constexpr std::array<std::string_view, 2> entryOpenings = {"---\n", "\xEF\xBB\xBF---\n"};
 
-/// What stands in the way of a file's being an entry.
+/// Why a file is not an entry.
 enum class Refusal {
-  notUtf8,          ///< some of its bytes are no UTF-8 text
-  carriageReturns,  ///< the lines of its front matter end as those of Windows do
+  notUtf8,          ///< some of its bytes are not UTF-8
+  carriageReturns,  ///< the lines of its front matter end in CR LF, as on Windows
   noFrontMatter,    ///< its first line is not "---"
   noClosingLine,    ///< no later line is "---"
   noDate,           ///< its front matter has no date
-  badDate           ///< it has one in another form than an internet date-time, or of a day that never was
+  badDate           ///< its date is not an internet date-time, or of a day that doesn't exist
 };
 
 class EntryReading;
 
-/// An entry as it stands in its file. The views are of the file's bytes and valid as long as these: most
-/// entries are only looked at and passed over, and for that nothing has to be copied.
+/// The parts of an entry as views of its file's bytes, valid as long as those bytes. Most entries are only
+/// looked at and passed over, so nothing is copied.
 struct EntryText {
   using Value = std::optional<std::string_view>;
 
@@ -36,19 +36,18 @@ struct EntryText {
   Value durationSeconds, cleaned, edited, cleanupModel, language, tags;
   std::string_view body;
 
-  /// Reads an entry file's raw bytes: the text, or the first thing that stands in the way of its being an
-  /// entry.
+  /// Reads an entry file's raw bytes: gives the parts, or the first reason why the file is not an entry.
   static EntryReading read(std::string_view file);
 
-  /// Whether one of the entry's tags is `tag`, a canonical one.
+  /// Whether one of the entry's tags is the canonical tag `tag`.
   bool hasTag(std::string_view tag) const;
 
-  /// The entry itself, which owns what it holds, from the file at `fileURL`.
+  /// The entry itself, which owns its texts. It comes from the file at `fileURL`.
   Entry entry(const FileUrl& fileURL) const;
 };
 
-/// An entry's text or the reason why there is none, to be used as the std::expected of later C++: the text is
-/// there to be had where the reading is true, otherwise the reason.
+/// An entry's parts, or the reason why there are none. It works like the std::expected of later C++: when it
+/// is true, it has the parts, otherwise the reason.
 class EntryReading {
  public:
   EntryReading(const EntryText& text) : text_(text) {}

@@ -8,7 +8,8 @@
 namespace halvane {
 namespace {
 
-// The companion application's bundle identifier and its earlier one; settings under the first win.
+// The companion application's bundle identifier and its earlier one. Settings under the first take
+// precedence.
 constexpr std::array<const char*, 2> suites = {HALVANE_PRIMARY_SUITE, HALVANE_LEGACY_SUITE};
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where the journal is, and by whose word.
+// Where the journal is, and which settings say so.
 
 #include <optional>
 #include <string>
@@ -11,28 +11,28 @@
 
 namespace halvane {
 
-/// The settings kept under the bundle identifier `suite`: this process's own when that is what it runs under;
-/// nothing when there are none.
+/// The settings kept under the bundle identifier `suite`, which are this process's own if it runs under that
+/// identifier; nothing when there are none.
 std::optional<Preferences> appDefaults(const std::string& suite);
 
 /// Where the journal is, and who says so.
 struct JournalLocation {
   FileUrl root;
-  /// The companion application's bundle identifier under which the settings name it; nothing where none do
-  /// and it is the usual folder.
+  /// The companion application's bundle identifier whose settings name the folder; nothing when no settings
+  /// do, and it is the default folder.
   std::optional<std::string> namedBy;
-  /// What they name, as it is written there: it may be empty or relative. Nothing where `namedBy` is.
+  /// The path in these settings, unchanged: it may be empty or relative. Nothing when `namedBy` is nothing.
   std::optional<std::string> setting;
-  /// The identifiers whose settings were asked before and name none, in the order of asking.
+  /// The identifiers whose settings were read before these and don't name a folder, in the order of reading.
   std::vector<std::string> askedBefore;
 };
 
-/// The same as journalRoot, with how it was found.
+/// The same as journalRoot, and how the folder was found.
 JournalLocation locateJournal();
 
-/// The folder that holds the journal, absolute but neither standardised nor resolved, and perhaps not there:
-/// what the companion application's settings name, otherwise Documents/Halvane in the home directory. Asked
-/// afresh at each call, so that a change of the settings shows at once.
+/// The journal folder, absolute but neither standardised nor resolved: the one that the companion
+/// application's settings name, otherwise Documents/Halvane in the home directory. It may not exist. Reads
+/// the settings at each call, so a change of them counts at once.
 FileUrl journalRoot();
 
 }  // namespace halvane

@@ -13,13 +13,14 @@
 namespace halvane {
 namespace {
 
-// The files that are to become entries, as they were read: to make an Entry takes longer than to search one,
-// and most are pushed out again by newer ones. There are never more than twice as many as are wanted.
+// The contents of the files that may become entries. To make an Entry takes longer than to search a file, and
+// newer files replace most of them later, so the entries are made at the end. There are never more than twice
+// as many as are wanted.
 class NewestFiles {
  public:
   explicit NewestFiles(std::size_t maxEntries) : maxEntries_(maxEntries) {}
 
-  // Takes a file with the entry's `date`. Of equal dates those taken first stay.
+  // Takes a file with the entry's `date`. Of files with equal dates, those taken first stay.
   void take(Instant date, std::string_view path, std::string_view content) {
     if (oldest_ && date <= *oldest_) return;
     files_.push_back({date, std::string(path), std::string(content)});

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t longestTag = 30;  // user-perceived characters
 
-// Takes away each "#" at the start. One that carries a mark is another character and stays.
+// Removes every "#" at the start. A "#" with a combining mark is another character and stays.
 std::string_view withoutHashes(std::string_view text) {
   if (!text.starts_with('#')) return text;
   Characters characters(text);
@@ -44,7 +44,7 @@ std::string joinWords(std::string_view text) {
   return joined;
 }
 
-// Also what stands between two letters goes without a trace.
+// Removes every other character, also between two letters.
 std::string onlyLettersDigitsAndHyphens(std::string_view text) {
   std::string kept;
   for (std::size_t next = 0; next < text.size();) {
@@ -60,7 +60,7 @@ std::string_view trim(std::string_view text, std::string_view characters) {
   return text.substr(begin, text.find_last_not_of(characters) + 1 - begin);
 }
 
-// Most tags are written as they are meant: nothing in them has to be changed.
+// Most tags are canonical already.
 bool isOfPlainLetters(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char byte) {
     return (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || byte == '-';
@@ -71,7 +71,7 @@ bool isTooLong(std::string_view text) {
   return text.size() > longestTag && Characters(text).forward(0, longestTag) < text.size();
 }
 
-// Shows the pieces of a tags value one by one, as long as `visit` says to go on. Whether it always did.
+// Calls `visit` with each piece of a tags value until it returns false. Returns whether it never did.
 template <typename Visit>
 bool eachPiece(std::string_view value, Visit visit) {
   const std::string_view list = trim(value, "[] \t");

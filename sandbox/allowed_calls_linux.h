@@ -9,14 +9,15 @@
 #include <array>
 #include <cstdint>
 
-// The list of what the programs may ask of the kernel once they are in the sandbox. docs/security.md has the
-// same list, and a test holds the two together.
+// The system calls that the programs may make once they are in the sandbox. docs/security.md has the same
+// list, and a test compares the two.
 
 namespace halvane::sandbox {
 
-/// Lets a system call through: whatever its arguments are where `mask` is 0, else only where the bits of one
-/// argument that `mask` names are those of `value`. These are the lower 32 bits of the argument, all that the
-/// kernel looks at in those that are named below. A call with several rows is let through by any of them.
+/// Lets a system call through. If `mask` is 0, its arguments don't matter. Otherwise, the bits of one
+/// argument that are set in `mask` must be those of `value`. Only the lower 32 bits of the argument count,
+/// because the kernel looks at no more in the calls below. If a call has several rows, any of them lets it
+/// through.
 struct AllowedCall {
   std::uint32_t number;
   unsigned argument = 0;  ///< counted from 0
@@ -24,12 +25,12 @@ struct AllowedCall {
   std::uint32_t value = 0;
 };
 
-/// `call` with no other flags in `argument` than `flags`.
+/// `call`, if `argument` has only flags of `flags`.
 constexpr AllowedCall withFlags(std::uint32_t call, unsigned argument, std::uint32_t flags) {
   return {call, argument, ~flags};
 }
 
-/// `call` where `argument` is `command`.
+/// `call`, if `argument` is `command`.
 constexpr AllowedCall withCommand(std::uint32_t call, unsigned argument, std::uint32_t command) {
   return {call, argument, ~0U, command};
 }
@@ -77,7 +78,7 @@ constexpr std::array allowedCalls = {
     AllowedCall{SYS_rt_sigreturn},
     AllowedCall{SYS_exit_group},
 #ifdef HALVANE_SANITIZED
-    // What AddressSanitizer and UndefinedBehaviorSanitizer do beside, in builds that nobody installs
+    // What AddressSanitizer and UndefinedBehaviorSanitizer need, in builds that nobody installs
     AllowedCall{SYS_getpid},
     AllowedCall{SYS_gettid},
     AllowedCall{SYS_madvise},
@@ -90,8 +91,8 @@ constexpr std::array allowedCalls = {
 #endif
 };
 
-/// Calls that are said not to exist: they hide their arguments from a filter, and the C library takes another
-/// way where a kernel doesn't have them.
+/// Calls for which the filter answers that they don't exist. A filter can't see their arguments, and the C
+/// library has another way for kernels without them.
 constexpr std::array<std::uint32_t, 2> hiddenCalls = {SYS_openat2, SYS_clone3};
 
 }  // namespace halvane::sandbox

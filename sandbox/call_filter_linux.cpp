@@ -23,7 +23,7 @@ constexpr std::uint32_t thisProcessor = AUDIT_ARCH_X86_64;
 #elif defined(__aarch64__)
 constexpr std::uint32_t thisProcessor = AUDIT_ARCH_AARCH64;
 #else
-// The list has been looked through for the two above. For another processor's C library it may be too short.
+// The list was made for the two processors above. For another processor's C library it may be too short.
 constexpr std::uint32_t thisProcessor = 0;
 #endif
 static_assert(thisProcessor == 0 || std::endian::native == std::endian::little,
@@ -36,8 +36,8 @@ constexpr auto inOrderOfNumber(auto calls) {
   return calls;
 }
 
-// The program that the kernel runs on a call's number and arguments. Its jumps lead forwards alone, so it is
-// written from its end to its beginning: every goal is there before the jump to it.
+// The program that the kernel runs on a call's number and arguments. Its jumps only lead forwards, so we
+// write it from its end to its beginning: each target exists before the jump to it.
 class Program {
  public:
   constexpr explicit Program(Calls calls) {
@@ -54,9 +54,9 @@ class Program {
   std::span<const sock_filter> code() const { return std::span(code_).subspan(begin_); }
 
  private:
-  // Goes to what is to be done about the loaded number. The kernel runs the program once for every number
-  // there is when it takes it, to learn which calls need no look from then on. That is most of what taking it
-  // costs, and the reason to halve the list and not to walk it.
+  // Jumps to the decision for the loaded number. When the kernel takes the program, it runs it once for every
+  // number, to learn which calls it can always let through. This is most of the cost, so we search the list
+  // by halving and don't walk it.
   constexpr std::size_t find(Calls calls) {
     const std::uint32_t number = calls[calls.size() / 2].number;
     const auto same = std::ranges::lower_bound(calls, number, {}, &AllowedCall::number);
@@ -69,7 +69,7 @@ class Program {
     return jump(BPF_JGE, middle->number, upperHalf, lowerHalf);
   }
 
-  // Goes to where one of the rows of a call fits.
+  // Jumps to the decision of the first row of a call that fits.
   constexpr std::size_t lookAtArguments(Calls rows) {
     std::size_t otherwise = refuse_;
     for (const AllowedCall& row : rows) {

@@ -2,10 +2,10 @@
 
 namespace halvane::sandbox {
 
-/// Has the kernel refuse this process, for good, every system call but those in `allowedCalls`, which answer
-/// EPERM, and calls by the rules of another processor or of x32 too. It never kills. False where the kernel
-/// takes no filter, and on a processor that the list has not been looked through for. `no_new_privs` must be
-/// set.
+/// Makes the kernel refuse, for good, every system call of this process except those in `allowedCalls`.
+/// Refused calls, those of x32 and of another processor's calling convention among them, fail with EPERM. The
+/// filter never kills the process. False when the kernel offers no filter, and on a processor that the list
+/// was not made for. `no_new_privs` must be set.
 bool refuseAllButAllowedCalls();
 
 }  // namespace halvane::sandbox

@@ -10,8 +10,8 @@
 namespace halvane::sandbox {
 namespace {
 
-// Rights that a ruleset handles and grants to no folder are gone everywhere. The kernel's header has grown
-// since the oldest system that we build on.
+// Rights that a ruleset handles and grants to no folder are gone everywhere. The kernel headers of the oldest
+// system that we build on lack some of these rights.
 struct Ruleset {
   std::uint64_t files;
   std::uint64_t network;
@@ -22,8 +22,8 @@ constexpr std::uint64_t controlDevices = 1ULL << 15;
 constexpr std::uint64_t bindOrConnectTcp = 1ULL << 0 | 1ULL << 1;
 constexpr std::uint64_t reachOutsideSocketsAndProcesses = 1ULL << 0 | 1ULL << 1;
 
-// Each version of the interface knows more rights, and refuses those that it doesn't know. Reading files and
-// folders is not among these, so it stays as it was.
+// Each version of the interface knows more rights, and refuses a ruleset with others. We leave out the rights
+// to read files and folders, so these stay.
 Ruleset allThatVersionKnows(long version) {
   Ruleset ruleset{LANDLOCK_ACCESS_FS_EXECUTE | LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_REMOVE_DIR |
                       LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_CHAR |
@@ -58,9 +58,8 @@ bool enter(const Ruleset& ruleset, long version) {
 
 }  // namespace
 
-// Whoever has given up anything may no longer look into a process that has not. Where a version knows other
-// rights than those of files, we give up those: with one of a file's among them the kernel takes longer for
-// every opening.
+// A process that has given up any right can no longer look into a process that has not. If the version knows
+// rights that don't concern files, we give up these: with a right over files, every opening takes longer.
 bool giveUpOtherProcesses() {
   const long version = knownVersion();
   if (version < 1) return false;

@@ -2,14 +2,14 @@
 
 namespace halvane::sandbox {
 
-/// Has the kernel refuse, for good, what no filter of system calls can see: reading the memory, environment
-/// or open files of processes outside, be it by opening a file below /proc. From Landlock's fourth version on
-/// that costs reading nothing. False where there is no Landlock or none of it is to be had. `no_new_privs`
-/// must be set.
+/// Makes the kernel refuse, for good, what no filter of system calls can see: reading the memory, environment
+/// or open files of other processes, also through files below /proc. From Landlock's fourth version on, this
+/// doesn't slow down reading. False when the kernel has no Landlock or doesn't let this process enter it.
+/// `no_new_privs` must be set.
 bool giveUpOtherProcesses();
 
-/// Has the kernel refuse, for good, to write, create, remove, rename, cut short and execute files, as far as
-/// this version of Landlock knows them. Every opening pays for it. False as above.
+/// Makes the kernel refuse, for good, to write, create, remove, rename, truncate and execute files, as far as
+/// this version of Landlock can. Every opening takes longer from then on. False as above.
 bool giveUpChangingFiles();
 
 }  // namespace halvane::sandbox

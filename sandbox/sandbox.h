@@ -4,14 +4,13 @@
 
 namespace halvane::sandbox {
 
-/// Gives up, for the rest of this process's life, whatever reading a journal and answering never needs: to
-/// write, create, remove, rename or change files, to open sockets, to start processes; on Linux also to look
-/// into, trace or signal other processes. The kernel refuses these from here on, whoever asks for them. What
-/// is open already stays usable. To be called once, before there is a second thread.
+/// Gives up, for the rest of this process's life, every right that reading a journal and answering don't
+/// need: to write, create, remove, rename or change files, to open sockets, to start processes; on Linux also
+/// to look into, trace or signal other processes. From then on, the kernel refuses these to all code in this
+/// process. Open files stay usable. Call it once, before there is a second thread.
 ///
-/// Returns what is not refused because this system has no means for it: one line for a person, ASCII without
-/// a line feed, in memory that lasts for good; empty where all of the above is refused. The program may run
-/// in any case: it needs none of what is refused.
+/// Returns what this system can't refuse: one line for a person, ASCII without a line feed, valid for the
+/// life of the program; empty when all of the above is refused. The program can run in any case.
 std::string_view enterReadOnly();
 
 }  // namespace halvane::sandbox

@@ -6,8 +6,8 @@
 
 namespace halvane::sandbox {
 
-// Each lock is chosen by what the kernel has done, not by what it says that it knows. Landlock comes first,
-// because the filter refuses its calls too.
+// We choose each lock by what the kernel has done, not by what it says that it offers. Landlock comes first,
+// because the filter refuses Landlock's calls.
 std::string_view enterReadOnly() {
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
   const bool keptFromOthers = giveUpOtherProcesses();

@@ -9,8 +9,8 @@ void sandbox_free_error(char* error);
 namespace halvane::sandbox {
 namespace {
 
-// Reading stays as it is: preferences, the locale and the time zone come from services of the system too,
-// which a list of what is allowed would have to name anew for every release of it.
+// Reading stays allowed. Preferences, the locale and the time zone also come from system services, which
+// differ from release to release of macOS, so a list of what is allowed would soon be wrong.
 constexpr const char* profile = R"((version 1)
 (allow default)
 (deny file-write*)
@@ -22,7 +22,7 @@ constexpr const char* profile = R"((version 1)
 }  // namespace
 
 std::string_view enterReadOnly() {
-  constexpr unsigned long long profileText = 0;  // and not the name of one
+  constexpr unsigned long long profileText = 0;  // not the name of a profile
   char* error = nullptr;
   if (sandbox_init(profile, profileText, &error) == 0) return {};
   sandbox_free_error(error);

@@ -30,13 +30,13 @@ class BlockSet {
   Block values_[size];
 };
 
-/// Finds pairs with blocks of the type Block, a BlockOf one processor. Nothing in here is shared with what is
-/// compiled for another one, not even in an unoptimised build: no function but its own and the block's is
-/// called.
+/// Finds pairs with blocks of the type Block, a BlockOf one processor. It calls only its own functions and
+/// the block's, so nothing here is shared with code compiled for another processor, not even in an
+/// unoptimised build.
 template <typename Block>
 class BytePairFinder {
  public:
-  /// A FindPairs. The sizes of the sets are known to each of its loops.
+  /// A FindPairs. Each of its loops is compiled for certain sizes of the sets.
   static std::uint64_t find(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
                             const ByteSet& first, const ByteSet& second) {
     static constexpr FindPairs bySizes[ByteSet::maxPairs][ByteSet::maxPairs] = {

@@ -12,10 +12,9 @@ namespace halvane {
 /// How many places one step looks at.
 inline constexpr std::size_t bytePairStep = 64;
 
-/// Goes on from `at` to the first step in which a byte of the set `first` stands `distance` places before one
-/// of the set `second`, and no further than `last`, the start of the last step: `body` holds at least
-/// `last` + `bytePairStep` + `distance` bytes. Gives the places in that step as bits, the first one lowest; 0
-/// when there are none.
+/// Moves `at` to the first step in which a byte of the set `first` is `distance` places before a byte of the
+/// set `second`, but not past `last`, the start of the last step. `body` has at least `last` + `bytePairStep`
+/// + `distance` bytes. Returns the places in that step as bits, the first one lowest; 0 when there are none.
 using FindPairs = std::uint64_t (*)(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
                                     const ByteSet& first, const ByteSet& second);
 

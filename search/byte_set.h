@@ -1,22 +1,22 @@
 #pragma once
 
-// A few byte values that are looked for together.
+// A few byte values that the search looks for together.
 
 #include <cstddef>
 #include <cstdint>
 
 namespace halvane {
 
-/// Byte values any of which will do: at most three pairs that differ in a single bit, as the capital and the
-/// small letter of most alphabets do. One comparison tells both of a pair, once that bit is set.
+/// A set of byte values: at most three pairs. The two values of a pair differ in a single bit, as a capital
+/// and a small letter do in most alphabets. After setting that bit, one comparison finds both.
 struct ByteSet {
   struct Pair {
-    std::uint8_t bit;    // in which the two differ; 0 when they are one
+    std::uint8_t bit;    // in which the two differ; 0 when there is only one
     std::uint8_t value;  // the one that has the bit
   };
   static constexpr std::size_t maxPairs = 3;
 
-  // The fields are open to the vector code, which may call nothing.
+  // The fields are public for the vector code, which must not call functions.
   std::size_t size = 0;  // in pairs
   Pair pairs[maxPairs] = {};
 

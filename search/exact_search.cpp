@@ -18,8 +18,8 @@ class Progress {
         count_(query.count()),
         origins_(count_, insideSegment) {}
 
-  // Takes the next unit: the first one of the segment at `origin`, or one further inside it. After the
-  // query's units stands one that no text has, so where all are matched the next one differs.
+  // Takes the next unit: the first one of the segment at `origin`, or one further inside it. The query's
+  // units end with one that no text has, so when all are matched, the next one differs.
   void take(char32_t unit, std::size_t origin) {
     while (units_[matched_] != unit && matched_ > 0) matched_ = failure_[matched_];
     if (units_[matched_] == unit) ++matched_;
@@ -27,7 +27,7 @@ class Progress {
     if (++oldest_ == count_) oldest_ = 0;
   }
 
-  // Takes the units of `folding`, which a code point at `origin` has that is a segment of its own.
+  // Takes the units of `folding`, which belongs to a whole segment of one code point at `origin`.
   void take(const Folding& folding, std::size_t origin) {
     take(foldedMark(folding.units[0]), origin);
     for (std::size_t i = 1; i < folding.count; ++i) take(foldedMark(folding.units[i]), insideSegment);

@@ -16,7 +16,7 @@ namespace halvane {
 /// come.
 class ExactSearch {
  public:
-  /// For `query`, which is given again to each find.
+  /// For `query`. Each call of find takes the same query.
   explicit ExactSearch(const FoldedQuery& query);
 
   /// The first match in `body`, UTF-8, that begins at or after `from`, which must be the start of a segment;

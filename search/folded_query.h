@@ -10,7 +10,7 @@
 
 namespace halvane {
 
-/// What no text folds to.
+/// A value that no text folds to.
 inline constexpr char32_t noUnit = 0xFFFFFFFF;
 
 struct FoldedQuery {

@@ -1,20 +1,20 @@
 #pragma once
 
-// What a code point becomes where letter case and canonical form do not count.
+// What a code point becomes when letter case and canonical form don't count.
 
 #include <array>
 #include <cstdint>
 
 namespace halvane {
 
-/// The Greek letter, and the mark below a vowel that folds to it. A mark moves after others, a letter
-/// doesn't.
+/// The Greek letter, and the mark below a vowel that folds to it. Sorting can move the mark after others, but
+/// not the letter.
 inline constexpr char32_t iota = 0x03B9;
 inline constexpr char32_t iotaSubscript = 0x0345;
 
-/// What one code point becomes when letter case and canonical form no longer count: its canonical
-/// decomposition, each part case-folded in full and decomposed again (Unicode, definition D145). The iota
-/// subscript alone stays, because it must be sorted as a mark before it becomes the letter; see foldedMark.
+/// What one code point becomes when letter case and canonical form don't count: its canonical decomposition,
+/// each part case-folded in full and decomposed again (Unicode, definition D145). The iota subscript alone
+/// stays, because it must be sorted as a mark before it becomes the letter; see foldedMark.
 struct Folding {
   static constexpr std::size_t maxUnits = 4;  // no code point becomes longer than this
 
@@ -41,7 +41,7 @@ inline const Folding& foldingOf(char32_t character) {
   return page[character % foldingPageSize];
 }
 
-/// A unit in its final form, for use when the marks around it stand in their order.
+/// A unit in its final form, once the marks around it are in order.
 inline char32_t foldedMark(char32_t unit) {
   return unit == iotaSubscript ? iota : unit;
 }

@@ -15,7 +15,7 @@
 namespace halvane {
 namespace {
 
-// Code points that are another one under a second name, and no case variant of it.
+// Code points that decompose to another one and are not case variants of it.
 constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{
     {0x0374, 0x02B9},
     {0x037E, 0x003B},
@@ -28,7 +28,7 @@ constexpr std::array<std::pair<char32_t, char32_t>, 9> secondNames = {{
     {0x232A, 0x3009},
 }};
 
-// The blocks in which Chinese characters have their second names.
+// The blocks with Chinese characters that decompose to another one.
 constexpr std::array<std::pair<char32_t, char32_t>, 2> ideographBlocks = {
     {{0xF900, 0xFAFF}, {0x2F800, 0x2FA1F}}};
 constexpr char32_t firstIdeograph = 0x3400;
@@ -75,7 +75,7 @@ std::vector<char32_t> plainForms(char32_t unit) {
   return forms;
 }
 
-// Marks that are others under a second name, or several in one.
+// Marks that decompose to another mark or to several.
 constexpr std::array<char32_t, 7> composedMarks = {0x0340, 0x0341, 0x0343, 0x0344, 0x0F73, 0x0F75, 0x0F81};
 
 bool standsForOneOf(std::u32string_view marks, char32_t composedMark) {
@@ -85,7 +85,7 @@ bool standsForOneOf(std::u32string_view marks, char32_t composedMark) {
 }
 
 // An ASCII letter with marks: it begins alone or composed with any of them, and ends with one of them or
-// composed with it. Which one is last is open, since marks may be written in more than one order.
+// composed with it. Any mark may be the last, because marks may be written in more than one order.
 LetterForms markedForms(char32_t unit, std::u32string_view marks) {
   const std::vector<char32_t> bare = plainForms(unit);
   std::vector<char32_t> composed;

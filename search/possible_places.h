@@ -10,12 +10,12 @@
 
 namespace halvane {
 
-/// The places in one body where a match of one query is possible, one after the other. Nearly every place of
-/// nearly every body is ruled out by two of its bytes, many places at once, at the speed of memory; only what
-/// is left needs a comparison.
+/// The places in one body where a match of one query is possible, one after the other. Two bytes rule out
+/// nearly every place of nearly every body, many places at once, at the speed of memory. Only the other
+/// places need a comparison.
 class PossiblePlaces {
  public:
-  /// By `filter`, in `body`; both must outlive this.
+  /// The places that pass `filter` in `body`. Both must outlive this.
   PossiblePlaces(const SearchFilter& filter, std::string_view body) : filter_(filter), body_(body) {}
 
   /// The next possible place: the seam lies right after the byte there. std::string_view::npos when there are
@@ -27,8 +27,8 @@ class PossiblePlaces {
 
   const SearchFilter& filter_;
   std::string_view body_;
-  std::size_t at_ = 0;       // where the step begins that is being looked at
-  std::uint64_t found_ = 0;  // the places in it that were not yet handed out, as bits
+  std::size_t at_ = 0;       // where the current step begins
+  std::uint64_t found_ = 0;  // the places in it that next() has yet to return, as bits
 };
 
 }  // namespace halvane

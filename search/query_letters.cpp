@@ -36,8 +36,8 @@ bool QueryLetters::shareCodePoint(std::size_t index) const {
   return index + 1 < count() && mayShareCodePoint(units_[end(index) - 1], units_[end(index)]);
 }
 
-// The letter's forms where it shares no code point; empty where they are not known for certain. Finding
-// them takes time, so of a query with very many letters only the first ones are known.
+// The letter's forms if it shares no code point with a neighbour; empty when they are not known for certain.
+// Finding them takes time, so we find them only for the first different letters of a query.
 const LetterForms& QueryLetters::known(std::size_t index) {
   static const LetterForms unknown;
   const std::u32string_view letter = units(index, index);
@@ -48,7 +48,7 @@ const LetterForms& QueryLetters::known(std::size_t index) {
   return known_.size() < maxKnown ? known_[letter] = formsOf(letter) : unknown;
 }
 
-// `forms` and those that the letter has together with a neighbour; none where marks come between.
+// `forms` and the code points that the letter shares with a neighbour; none when marks are between the two.
 std::vector<char32_t> QueryLetters::withShared(const std::vector<char32_t>& shared, std::size_t index,
                                                std::vector<char32_t> forms) const {
   if (shared.empty() || forms.empty()) return forms;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The letters of a query, and how each of them may stand in a body.
+// The letters of a query, and the forms that each may have in a body.
 
 #include <cstddef>
 #include <map>
@@ -14,8 +14,8 @@ namespace halvane {
 /// The letters of a query: starters with the marks or vowels that can't be parted from them.
 class QueryLetters {
  public:
-  /// Of the query that folds to `units` (foldingOf), which must outlive this; `turkic` when dotted and
-  /// dotless i are told apart.
+  /// The letters of the query that folds to `units` (foldingOf), which must outlive this. `turkic` when
+  /// dotted and dotless i are different letters.
   QueryLetters(std::u32string_view units, bool turkic);
 
   std::size_t count() const { return ends_.size(); }
@@ -27,10 +27,11 @@ class QueryLetters {
     return units_.substr(begin(first), end(last) - begin(first));
   }
 
-  /// The code points in which the letter at `index` may end, when the next one begins with another. Empty
-  /// where they are not known for certain.
+  /// The code points with which the letter at `index` may end, if the next letter begins with another code
+  /// point. Empty when they are not known for certain.
   std::vector<char32_t> lastForms(std::size_t index);
-  /// Those in which it may begin, when the one before it ends with another. Empty likewise.
+  /// The code points with which it may begin, if the letter before it ends with another code point. Empty
+  /// when they are not known for certain.
   std::vector<char32_t> firstForms(std::size_t index);
 
   /// Whether one code point may be part of the letter at `index` and of the next one.

@@ -20,8 +20,8 @@ std::string utf8Of(char32_t character) {
   return text;
 }
 
-// The bytes that may stand `index` places from the start of a form; nothing when they are too many, or when
-// not every form is that long.
+// The bytes that may be `index` places from the start of a form; nothing when there are too many, or when a
+// form is too short.
 std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t index) {
   ByteSet set;
   if (forms.empty()) return std::nullopt;
@@ -41,11 +41,11 @@ std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
   return set;
 }
 
-// Of a query with very many letters only the first ones are considered: among them is a good seam already,
-// and to count all of them would take more than time in proportion.
+// Of a query with very many letters, we consider only the first ones. There is a good seam among them, and
+// counting all seams would take more than linear time.
 constexpr std::size_t maxConsidered = 1024;
 
-// How often each seam, a letter and the next one, comes among the letters that are considered.
+// How often each seam, a letter and the next one, occurs among the letters that we consider.
 using SeamCounts = std::map<std::u32string_view, unsigned>;
 
 SeamCounts countSeams(const QueryLetters& letters) {
@@ -55,9 +55,9 @@ SeamCounts countSeams(const QueryLetters& letters) {
   return counts;
 }
 
-// How much more often the two letters stand side by side than their bytes promise. A seam that comes twice in
-// the query comes thick in a body made of the query's own pieces, and then each place costs a long
-// comparison: one that comes once is better, however common it is elsewhere.
+// How much more often the two letters occur side by side than their bytes suggest. A body may repeat pieces
+// of the query. A seam that occurs twice in the query is then frequent in the body, and each place takes a
+// long comparison. A seam that occurs once is better, however common it is elsewhere.
 std::uint64_t attraction(std::u32string_view seam, const SeamCounts& counts) {
   return std::uint64_t{areOftenTogether(seam) ? 8U : 1U} * (counts.at(seam) > 1 ? 1000U : 1U);
 }

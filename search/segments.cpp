@@ -17,7 +17,7 @@ bool holdsCapitalI(std::string_view text) {
   return false;
 }
 
-// Pairs I with ı and İ with i. They are composed first: an İ may come as an I with a dot above.
+// Pairs I with ı and İ with i. Composes the text first, because an İ may be written as an I with a dot above.
 std::string smallTurkicI(std::string_view text) {
   const std::string composed = precomposed(text);
   std::string small;
@@ -33,7 +33,7 @@ std::string smallTurkicI(std::string_view text) {
 const std::vector<SegmentFolder::Unit>* SegmentFolder::fold(std::string_view text, std::size_t& position,
                                                             std::size_t maxUnits) {
   const bool turkic = letterI_ == LetterI::dottedAndDotless;
-  // One more for the dot of an İ, which goes away again.
+  // One more for the dot of an İ, which is removed later.
   const std::size_t maxKept = turkic && maxUnits < SIZE_MAX ? maxUnits + 1 : maxUnits;
   const std::size_t begin = position;
   units_.clear();
@@ -66,7 +66,7 @@ void SegmentFolder::append(std::string_view text, std::size_t& position) {
   }
 }
 
-// Each run of marks, stably by class; only then may the iota subscript become a letter.
+// Sorts each run of marks stably by class. Only then may the iota subscript become a letter.
 void SegmentFolder::orderMarks() {
   const auto isLetter = [](const Unit& unit) { return unit.combiningClass == 0; };
   for (auto begin = units_.begin(); begin != units_.end();) {

@@ -12,8 +12,8 @@
 
 namespace halvane {
 
-/// How dotted and dotless i are taken: most languages take I and i for one letter; Turkish and Azerbaijani
-/// pair I with ı, and İ with i.
+/// Whether dotted and dotless i are one letter. In most languages, I and i are one letter. Turkish and
+/// Azerbaijani pair I with ı, and İ with i.
 enum class LetterI { oneLetter, dottedAndDotless };
 
 inline constexpr Folding dotlessI{{U'ı'}, {}, 1, false};
@@ -33,12 +33,12 @@ inline bool startsSegment(std::string_view text, std::size_t position) {
   return position == 0 || position == text.size() || !foldingOf(nextCodePoint(text, position)).continues;
 }
 
-/// Whether the byte at `position` is an ASCII character and, for all that the next byte tells, a segment.
+/// Whether the byte at `position` is an ASCII character that the next byte shows to be a whole segment.
 inline bool isAsciiSegment(std::string_view text, std::size_t position) {
   return isAscii(text[position]) && (position + 1 == text.size() || isAscii(text[position + 1]));
 }
 
-/// Folds a text segment by segment: marks are put into their order only within one.
+/// Folds a text segment by segment, and puts marks in order within each segment.
 class SegmentFolder {
  public:
   struct Unit {
@@ -48,8 +48,8 @@ class SegmentFolder {
 
   explicit SegmentFolder(LetterI letterI) : letterI_(letterI) {}
 
-  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves past it. A segment of more
-  /// than `maxUnits` units comes out as null, however long it is without taking more memory than these. The
+  /// Folds the segment of `text`, UTF-8, that begins at `position`, which moves past it. Null for a segment
+  /// of more than `maxUnits` units, which takes no more memory than these units, however long it is. The
   /// units are valid until the next call.
   const std::vector<Unit>* fold(std::string_view text, std::size_t& position, std::size_t maxUnits);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where a match stands.
+// Where a match is.
 
 #include <cstddef>
 

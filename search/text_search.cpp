@@ -14,17 +14,17 @@
 namespace halvane {
 namespace {
 
-// The start of a segment at or before which every match begins that has `units` units up to the byte
-// at `place`.
+// The start of a segment at or after which every match begins that has `units` units up to the byte at
+// `place`.
 std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t units) {
-  const std::size_t reach = U8_MAX_LENGTH * units;  // a unit takes a code point at the most
+  const std::size_t reach = U8_MAX_LENGTH * units;  // a unit takes at most one code point
   std::size_t start = place > reach ? startOfCodePoint(body, place - reach) : 0;
   while (!startsSegment(body, start)) start = startOfCodePoint(body, start - 1);
   return start;
 }
 
-// The start of a segment at or after which every match ends that has `units` units after the byte at
-// `place`; nothing where that is so far away that it isn't worth looking at what lies between alone.
+// The start of a segment at or before which every match ends that has `units` units after the byte at
+// `place`; nothing when the window would be too long.
 std::optional<std::size_t> endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
   constexpr std::size_t maxWindow = 4096;
   std::size_t end = std::min(place + 1 + U8_MAX_LENGTH * units, body.size());
@@ -63,8 +63,8 @@ TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
 TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
 
-// Whether a match may have its seam (see SearchFilter) at `seam`. Compares what stands around it as far as
-// each code point is a segment of its own, and counts the comparisons.
+// Whether a match may have its seam (see SearchFilter) at `seam`. Compares the text around it as far as each
+// code point is a whole segment, and counts the comparisons.
 bool TextSearch::Query::mayMatchAround(std::string_view body, std::size_t seam,
                                        std::size_t& comparisons) const {
   return mayMatchAfter(body, seam, comparisons) && mayMatchBefore(body, seam, comparisons);
@@ -117,8 +117,9 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   if (count > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
   if (!query.filter) return query.findExactly(body, 0);
 
-  // Where the query is made of the same few letters as the body, nearly every place is possible and comparing
-  // them one by one would never end. The exact search, which takes linear time, takes over in good time.
+  // If query and body consist of the same few letters, nearly every place is possible, and comparing at each
+  // of them would take too long. So after some comparisons, the exact search takes over. It takes linear
+  // time.
   const std::size_t maxComparisons = body.size() / 16;
   const std::size_t before = query.filter->unitsBefore;
   std::size_t comparisons = 0;

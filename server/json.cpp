@@ -29,7 +29,7 @@ std::optional<std::int64_t> JsonValue::wholeNumber() const {
   if (const std::size_t e = rest.find_first_of("eE"); e != std::string_view::npos) {
     const std::size_t begin = rest[e + 1] == '+' ? e + 2 : e + 1;
     const auto [end, error] = std::from_chars(rest.data() + begin, rest.data() + rest.size(), exponent);
-    // No number has so many places that they would make up for such an exponent.
+    // No number has enough digits to compensate for such an exponent.
     if (error == std::errc::result_out_of_range)
       exponent = rest[begin] == '-' ? -beyondAllPlaces : beyondAllPlaces;
     rest = rest.substr(0, e);
@@ -39,8 +39,8 @@ std::optional<std::int64_t> JsonValue::wholeNumber() const {
     exponent -= static_cast<std::int64_t>(digits.size() - point - 1);
     digits.erase(point, 1);
   }
-  // What is left is digits times a power of ten. Without zeros at the end a negative power is a fraction, and
-  // more than nineteen places are more than 64 bits.
+  // The rest is digits times a power of ten. Without zeros at the end, a negative power means a fraction, and
+  // more than nineteen digits don't fit into 64 bits.
   const std::size_t sign = digits.starts_with('-') ? 1 : 0;
   digits.erase(sign, std::min(digits.find_first_not_of('0', sign), digits.size()) - sign);
   if (digits.size() == sign) return 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-// JSON values: read from a line, asked for their members, put together and written.
+// Reads, queries, builds and writes JSON values.
 
 #include <concepts>
 #include <cstdint>
@@ -14,14 +14,14 @@
 
 namespace halvane {
 
-/// One JSON value (RFC 8259), as it was read or as it will be written. Texts are UTF-8 and may hold NULs.
-/// A value owns everything in it. Reading allows 512 levels, so no walk over a value goes deeper than that.
+/// One JSON value (RFC 8259), read or to be written. Texts are UTF-8 and may contain NULs. A value owns
+/// everything in it. A value that was read has at most 512 levels, so no walk over it goes deeper.
 class JsonValue {
  public:
   struct Member;
   using Array = std::vector<JsonValue>;
   using Object = std::vector<Member>;
-  /// A number as it was written: 1.10, 1e2 and thirty digits come out again digit for digit.
+  /// A number as it was written. 1.10, 1e2 and thirty digits are written again digit for digit.
   struct Number {
     std::string digits;
   };
@@ -38,27 +38,27 @@ class JsonValue {
   explicit JsonValue(Array value);
   explicit JsonValue(Object value);
 
-  /// Reads one JSON text, strictly, the whole of `text`, which must be UTF-8; a byte-order mark is no JSON.
-  /// When it is an object, only its members named in `keptMembers` are kept: the others are checked and
-  /// dropped, and cost no memory. An escaped surrogate without its partner reads as U+FFFD. Nothing when it
-  /// is not JSON, is nested deeper than 512 levels, or holds a number whose exponent has more than nine
-  /// digits.
+  /// Reads the whole of `text`, which must be UTF-8, strictly as one JSON text. A byte-order mark is not
+  /// JSON. Of an object, keeps only the members named in `keptMembers`; the others are checked, dropped, and
+  /// take no memory. An escaped surrogate without its partner reads as U+FFFD. Nothing when `text` is not
+  /// JSON, or is nested deeper than 512 levels, and with older versions of Boost when the exponent of a
+  /// number has more than nine digits.
   static std::optional<JsonValue> parse(std::string_view text, std::span<const std::string_view> keptMembers);
 
   /// The compact JSON text, UTF-8, without white space between tokens and with every "/" in a text escaped.
   std::string serialise() const;
 
   bool isObject() const { return std::holds_alternative<Object>(value_); }
-  /// The text; null when this is no text. Valid as long as this value.
+  /// The text; null when this is not a text. Valid as long as this value.
   const std::string* text() const { return std::get_if<std::string>(&value_); }
-  /// The member called `name`; the last one, when there are several; null when there is none or this is no
+  /// The member called `name`, the last one if there are several; null when there is none or this is not an
   /// object. Valid as long as this value.
   const JsonValue* find(std::string_view name) const;
-  /// The text of the member called `name`, found as `find` does; nothing when there is none or it is no text.
-  /// Valid as long as this value.
+  /// The text of the member called `name`, found as `find` does; nothing when there is no such member or it
+  /// is not a text. Valid as long as this value.
   std::optional<std::string_view> textIn(std::string_view name) const;
-  /// The number when it is whole and fits 64 bits by its exact decimal value (10, 10.0 and 1e1 are ten);
-  /// nothing otherwise, and for whatever is no number.
+  /// The number, if its exact decimal value is whole and fits into 64 bits (10, 10.0 and 1e1 are ten);
+  /// nothing otherwise, and when this is not a number.
   std::optional<std::int64_t> wholeNumber() const;
 
  private:
@@ -72,7 +72,7 @@ struct JsonValue::Member {
   JsonValue value;
 };
 
-// Only here, where a member is a complete type, can a value that may hold a list of them be made.
+// A value may contain a list of members, so it can only be made here, where a member is a complete type.
 inline JsonValue::JsonValue(bool value) : value_(value) {}
 inline JsonValue::JsonValue(std::int64_t value) : value_(Number{std::to_string(value)}) {}
 inline JsonValue::JsonValue(Number value) : value_(std::move(value)) {}
@@ -82,10 +82,10 @@ inline JsonValue::JsonValue(const char* value) : value_(std::string(value)) {}
 inline JsonValue::JsonValue(Array value) : value_(std::move(value)) {}
 inline JsonValue::JsonValue(Object value) : value_(std::move(value)) {}
 
-// A value is put together as it is written: object(member("code", code), member("message", std::move(text))).
-// Whatever is moved in is not copied on its way.
+// The code that builds a value looks like the JSON: object(member("code", code), member("message",
+// std::move(text))). What is moved into it is not copied.
 
-/// A member of an object: its name and anything that a JsonValue can be made of.
+/// A member of an object: its name, and anything from which a JsonValue can be made.
 template <typename Value>
 JsonValue::Member member(std::string name, Value&& value) {
   return {std::move(name), JsonValue(std::forward<Value>(value))};
@@ -100,7 +100,7 @@ JsonValue object(Members... members) {
   return JsonValue(std::move(list));
 }
 
-/// An array of these items, each anything that a JsonValue can be made of.
+/// An array of these items, each anything from which a JsonValue can be made.
 template <typename... Items>
 JsonValue array(Items&&... items) {
   JsonValue::Array list;

@@ -15,7 +15,7 @@ namespace json = boost::json;
 
 constexpr std::size_t deepestNesting = 512;
 
-// Of members with one name the last one counts, as in the parsers that clients use.
+// Of members with the same name, the last one counts, as in the parsers that clients use.
 void dropOverridden(JsonValue::Object& members) {
   if (members.size() < 2) return;
   std::unordered_set<std::string_view> seen;
@@ -130,7 +130,7 @@ class ValueBuilder {
   JsonValue complete_;
 };
 
-// Nothing when `text` is not what Boost takes for JSON.
+// Nothing when Boost doesn't take `text` for JSON.
 std::optional<JsonValue> parseStrictly(std::string_view text, std::span<const std::string_view> keptMembers) {
   json::parse_options options;
   options.max_depth = deepestNesting;
@@ -143,8 +143,8 @@ std::optional<JsonValue> parseStrictly(std::string_view text, std::span<const st
 
 }  // namespace
 
-// Boost refuses an escaped surrogate without its partner, and only its later versions can be told otherwise.
-// Such texts are rare, so that one is looked for only in what was refused.
+// Boost refuses an escaped surrogate without its partner, and only later versions have an option to accept
+// it. Such texts are rare, so we look for one only in a text that Boost has refused.
 std::optional<JsonValue> JsonValue::parse(std::string_view text,
                                           std::span<const std::string_view> keptMembers) {
   if (std::optional<JsonValue> value = parseStrictly(text, keptMembers)) return value;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view replacement = "\\ufffd";
 
-// The UTF-16 code unit that is escaped at `at`, as \ud83d is; nothing when there is no such escape.
+// The UTF-16 code unit of an escape such as \ud83d at `at`; nothing when there is no such escape.
 std::optional<unsigned> escapedUnit(std::string_view json, std::size_t at) {
   const std::string_view escape = json.substr(std::min(at, json.size()), replacement.size());
   if (escape.size() < replacement.size() || !escape.starts_with("\\u")) return std::nullopt;
@@ -28,16 +28,16 @@ bool isLow(std::optional<unsigned> unit) {
   return unit && *unit >= 0xDC00 && *unit <= 0xDFFF;
 }
 
-// Where the first lone surrogate at or after `from` stands; npos when there is none. No escape may begin
-// before `from` and end after it. Whether an escape stands inside a text is not asked: elsewhere it is no
-// JSON, neither before the replacement nor after it.
+// The position of the first lone surrogate at or after `from`; npos when there is none. No escape may begin
+// before `from` and end after it. We don't check that an escape is inside a text: elsewhere it is not JSON,
+// neither before the replacement nor after it.
 std::size_t findLoneSurrogate(std::string_view json, std::size_t from) {
   constexpr std::size_t length = replacement.size();
   for (std::size_t at = json.find('\\', from); at != std::string_view::npos; at = json.find('\\', from)) {
     const std::optional<unsigned> unit = escapedUnit(json, at);
     const bool isPair = isHigh(unit) && isLow(escapedUnit(json, at + length));
     if (!isPair && (isHigh(unit) || isLow(unit))) return at;
-    // The character after a backslash begins no escape, even when it is another backslash.
+    // The character after a backslash doesn't begin an escape, even if it is another backslash.
     from = at + (isPair ? 2 * length : unit ? length : 2);
   }
   return std::string_view::npos;

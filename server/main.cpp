@@ -5,8 +5,8 @@
 
 namespace {
 
-// A reply that can't be written is only lost: neither a client that goes away nor an output file that may not
-// grow takes the loop with it. The second signal is held back and not ignored, so that only one is.
+// If a reply can't be written, only that reply is lost: neither a client that goes away nor an output file
+// that may not grow ends the loop. SIGXFSZ is blocked, which is enough to survive it.
 void outliveFailedWrites() {
   std::signal(SIGPIPE, SIG_IGN);
   sigset_t fileSizeLimit;
@@ -17,7 +17,7 @@ void outliveFailedWrites() {
 
 }  // namespace
 
-// The program-wide values, serverVersion, dateStyle and toolDefinitions, are constants and there before this
+// The program-wide values serverVersion, dateStyle and toolDefinitions are constants, made before `main`
 // runs.
 int main() {
   halvane::sandbox::enterReadOnly();

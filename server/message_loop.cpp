@@ -25,8 +25,8 @@ namespace {
 constexpr const char* protocolVersion = "2025-06-18";
 constexpr std::int64_t methodNotFound = -32601;
 
-// Bytes that a tool may need besides the journal itself. ICU loads its data when they are first asked for.
-// Where memory fails it in the midst of that, it remembers the failure for good. So no tool begins without.
+// Bytes that a tool may need besides the journal. ICU loads its data at the first use. If memory runs out
+// during that, ICU remembers the failure for good. So a tool begins only if this much memory is free.
 constexpr std::size_t toolMemory = 2 << 20;
 
 // The object called `name` in `value`; an empty one when there is none.
@@ -36,7 +36,7 @@ const JsonValue& objectIn(const JsonValue& value, const char* name) {
   return member != nullptr && member->isObject() ? *member : empty;
 }
 
-// Whatever version the client names is the one we speak: nothing that we say differs between them.
+// We accept every version that the client names, because none of our answers differs between versions.
 JsonValue initializeResult(const JsonValue& params) {
   return object(member("protocolVersion", params.textIn("protocolVersion").value_or(protocolVersion)),
                 member("capabilities", object(member("tools", object()))),
@@ -52,8 +52,8 @@ JsonValue callToolWith(const JsonValue& params) {
   return toolResult(callTool(params.textIn("name").value_or(""), objectIn(params, "arguments")));
 }
 
-// The line as JSON; nothing when it is none. Bytes that are not UTF-8 are replaced: the request that holds
-// them still gets its answer.
+// The line as JSON; nothing when it is not JSON. Bytes that are not UTF-8 are replaced, so the request still
+// gets its answer.
 std::optional<JsonValue> parseLine(std::string_view line) {
   constexpr std::array<std::string_view, 3> membersThatCount = {"method", "id", "params"};
   const std::string_view text = withoutByteOrderMark(line);
@@ -65,8 +65,8 @@ void handleLine(std::string_view line) {
   const std::optional<JsonValue> message = parseLine(line);
   const std::optional<std::string_view> method = message ? message->textIn("method") : std::nullopt;
   if (!method) return;
-  // A request without an "id" is a notification to JSON-RPC. Only the error for unknown methods makes that
-  // difference: the methods that we know are answered all the same, with an id of null.
+  // To JSON-RPC, a request without an "id" is a notification. Only unknown methods go unanswered without an
+  // "id". We answer the methods that we know all the same, with an id of null.
   static const JsonValue null;
   const JsonValue* given = message->find("id");
   const JsonValue& id = given != nullptr ? *given : null;
@@ -75,7 +75,7 @@ void handleLine(std::string_view line) {
   if (*method == "initialize") {
     sendResult(initializeResult(params), id);
   } else if (*method == "notifications/initialized" || *method == "notifications/cancelled") {
-    // Accepted, and nothing to do: there is no state to begin and no call that could be interrupted.
+    // Nothing to do: there is no state to set up and no call to interrupt.
   } else if (*method == "ping") {
     sendResult(object(), id);
   } else if (*method == "tools/list") {
@@ -97,7 +97,7 @@ void serveMessages() {
     try {
       handleLine(*line);
     } catch (const std::bad_alloc&) {
-      // This message goes unanswered; what it took is free again for the next one.
+      // This message goes unanswered. Its memory is free again for the next one.
       giveBackFreeMemory();
     }
   }

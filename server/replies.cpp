@@ -10,8 +10,8 @@
 namespace halvane {
 namespace {
 
-// What is left of a reply whose writing failed half-way. It goes out in front of the next one: otherwise the
-// two would be one torn line and both lost.
+// The rest of a reply whose writing failed half-way. It is written before the next reply: otherwise the two
+// would form one torn line, and both would be lost.
 std::string unwritten;
 
 void writeLine(std::string line) {

@@ -9,8 +9,8 @@
 
 namespace halvane {
 
-// Each reply is a JSON-RPC 2.0 response on one line, written and out before the call returns. A reply that
-// can't be written is lost without a word.
+// Each reply is a JSON-RPC 2.0 response on one line, and is written before the call returns. A reply that
+// can't be written is lost.
 
 /// Answers the request identified by `id` with `result`, a JSON object.
 void sendResult(JsonValue result, const JsonValue& id);

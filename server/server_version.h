@@ -1,10 +1,10 @@
 #pragma once
 
-// Which version of the server this is.
+// The version of the server.
 
 namespace halvane {
 
-/// The server's own version, as "initialize" tells it.
+/// The server's version, as "initialize" returns it.
 inline constexpr const char* serverVersion = "1.0.0";
 
 }  // namespace halvane

@@ -12,7 +12,7 @@
 namespace halvane {
 namespace {
 
-// A number from 1 to `largest`. What is no whole number takes the default, not the nearest whole one.
+// A number from 1 to `largest`. Anything but a whole number takes the default, not the nearest whole number.
 std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::int64_t fallback,
                             std::int64_t largest) {
   const JsonValue* argument = arguments.find(name);
@@ -20,7 +20,7 @@ std::int64_t numberArgument(const JsonValue& arguments, const char* name, std::i
   return std::clamp<std::int64_t>(number.value_or(fallback), 1, largest);
 }
 
-// The tag to filter by. A tag without a canonical form filters nothing: all entries are looked at.
+// The tag to filter by; nothing for a tag without a canonical form, and then all entries are searched.
 std::optional<std::string> tagArgument(const JsonValue& arguments) {
   return Entry::normalizeTag(arguments.textIn("tag").value_or(""));
 }

@@ -11,7 +11,7 @@
 namespace halvane {
 namespace {
 
-// The C library's own look-up would ask the name service, and that may open sockets.
+// The C library's look-up would ask the name service, which may open sockets.
 std::optional<std::string> homeOfFirst(const std::function<bool(const passwd&)>& matches) {
   const std::unique_ptr<FILE, int (*)(FILE*)> accounts(std::fopen("/etc/passwd", "re"), &std::fclose);
   if (!accounts) return std::nullopt;

@@ -14,8 +14,8 @@ namespace {
 // getpwuid_r(3) or getpwnam_r(3) for a certain user.
 using LookUp = std::function<int(passwd*, char*, std::size_t, passwd**)>;
 
-// People's accounts are not in /etc/passwd here but in the system's directory. The C library asks a service
-// of the system for them; this process opens no socket.
+// On macOS, accounts are not in /etc/passwd but in the system's directory. The C library asks a system
+// service for them, without a socket in this process.
 std::optional<std::string> homeFrom(const LookUp& lookUp) {
   passwd account;
   passwd* found = nullptr;

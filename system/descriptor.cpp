@@ -21,7 +21,7 @@ Descriptor openName(int folder, const char* name, int flags) {
   return Descriptor(number);
 }
 
-// The system takes PATH_MAX bytes at once, so a longer path is walked in pieces, folder by folder.
+// The system takes at most PATH_MAX bytes at once, so we walk a longer path in pieces, folder by folder.
 Descriptor openPath(int folder, std::string_view path, int flags) {
   if (path.find('\0') != std::string_view::npos) return Descriptor();
   Descriptor reached;

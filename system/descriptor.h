@@ -12,7 +12,7 @@ namespace halvane {
 /// Owns an open file or folder of the system's, and closes it.
 class Descriptor {
  public:
-  /// Takes over the file descriptor `number`; a negative one stands for nothing that is open.
+  /// Takes over the file descriptor `number`. A negative number means that nothing is open.
   explicit Descriptor(int number = -1) : number_(number) {}
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
@@ -30,15 +30,15 @@ class Descriptor {
   int number_;
 };
 
-/// The flags of open(2) to read a file: a pipe without a writer must not hold us up, and a terminal must not
-/// become ours.
+/// The flags of open(2) to read a file. We must not wait for a pipe without a writer, and a terminal must not
+/// become our controlling terminal.
 inline constexpr int toReadFile = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
-/// The flags to list a folder, and nothing that is none.
+/// The flags to list a folder. Opening anything else with them fails.
 inline constexpr int toReadFolder = toReadFile | O_DIRECTORY;
 
-/// Opens what `name`, which ends in a NUL, is in the open folder `folder`, again and again as long as a
-/// signal interrupts that. Not open, and errno says why, when the system refuses.
+/// Opens the file or folder `name` (ending in a NUL) in the open folder `folder`, and tries again when a
+/// signal interrupts the call. When the system refuses, the result is not open, and errno says why.
 Descriptor openName(int folder, const char* name, int flags);
 
 /// Opens `path` (raw bytes, of any length), which begins at `folder` where it is not absolute. Not open when

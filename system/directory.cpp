@@ -18,8 +18,8 @@ std::uint64_t keyOf(std::string_view text) {
 
 }  // namespace
 
-// The names in a folder often begin with the same day or word. What comes after that tells most of them
-// apart, and numbers are compared faster than names.
+// The names in a folder often begin with the same day or word. The bytes after that beginning tell most names
+// apart, and comparing numbers is faster than comparing names.
 void Directory::sortByName() {
   if (items_.empty()) return;
   std::string_view shared = name(items_.front());

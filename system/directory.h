@@ -18,17 +18,17 @@ class Directory {
   enum class Kind : std::uint8_t { regular, folder, link, unknown, other };
 
   struct Item {
-    std::size_t offset;    // of the name in the folder's list of names
-    std::uint64_t key;     // in whose order the names are, unless their keys are the same
+    std::size_t offset;  // of the name in the folder's list of names
+    std::uint64_t key;   // the names are in the order of their keys, and those with equal keys in byte order
     std::uint16_t length;  // of the name: no system's are longer
     Kind kind;             // as the listing tells it
   };
 
-  /// Lists the folder open as `descriptor`, without "." and "..", and without hidden items. What was listed
-  /// before an error stays listed.
+  /// Lists the folder open as `descriptor`, without "." and "..", and without hidden items. After an error,
+  /// the items listed before it remain.
   void read(int descriptor);
 
-  /// The system's answer that the last listing broke off with; no error when it came to its end.
+  /// The system's error that broke off the last listing; no error when the listing came to its end.
   const std::error_code& error() const { return error_; }
 
   const std::vector<Item>& items() const { return items_; }

@@ -25,8 +25,7 @@ Directory::Kind kindOf(unsigned char type) {
 
 }  // namespace
 
-// getdents64(2) itself: readdir(3) would ask for the folder's state first, a system call or two more a
-// folder.
+// We call getdents64(2), because readdir(3) takes one or two more system calls for each folder.
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();

@@ -4,7 +4,7 @@
 
 #include "system/directory.h"
 
-// Declared as in <unistd.h>, so that this file compiles on every system.
+// Declared as in <unistd.h>, to let this file compile on every system.
 extern "C" int getattrlistbulk(int folder, void* attributes, void* block, std::size_t size,
                                std::uint64_t options);
 
@@ -102,8 +102,8 @@ class Record {
 
 }  // namespace
 
-// getattrlistbulk(2) tells the hidden flag along with names and kinds, many items at once. readdir(3) doesn't
-// know the flag: asking for it would take one more system call an item.
+// getattrlistbulk(2) tells the hidden flag along with names and kinds, many items at once. With readdir(3),
+// the flag would take one more system call for each item.
 void Directory::read(int descriptor) {
   items_.clear();
   names_.clear();

@@ -48,7 +48,7 @@ std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openi
 }
 
 std::error_code errorOpeningAs(int flags, std::string_view path) {
-  errno = ENOENT;  // for what is refused before the system is asked: no file has such a name
+  errno = ENOENT;  // for a path that we refuse before asking the system: no file has such a name
   const Descriptor opened = openPath(AT_FDCWD, path, flags);
   return opened.isOpen() ? std::error_code() : std::error_code(errno, std::system_category());
 }

@@ -35,8 +35,8 @@ std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openi
 /// Whether the open `file` is a regular one: no folder, pipe, socket or device.
 bool isRegular(const Descriptor& file);
 
-/// What the system answers to whoever opens the file or folder at `path` (absolute, raw bytes, of any length)
-/// to read it; no error when it lets us.
+/// The system's error on opening the file or folder at `path` (absolute, raw bytes, of any length) to read
+/// it; no error when it can be opened.
 std::error_code errorOpening(std::string_view path);
 
 /// The same for a path that must be a folder.

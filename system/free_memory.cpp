@@ -6,7 +6,7 @@
 
 namespace halvane {
 
-// Not by the allocator, which the compiler may see through.
+// Not through the allocator: the compiler may leave out an allocation that nobody uses.
 void requireMemory(std::size_t size) {
   void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (memory == MAP_FAILED) throw std::bad_alloc();

@@ -1,15 +1,15 @@
 #pragma once
 
-// How memory is asked for ahead of need, and given back after use.
+// How we test that there is enough memory, and give memory back after use.
 
 #include <cstddef>
 
 namespace halvane {
 
-/// Throws std::bad_alloc when the system would not give this process `size` bytes more at this moment.
+/// Throws std::bad_alloc when the system would not give this process another `size` bytes now.
 void requireMemory(std::size_t size);
 
-/// Hands memory that was freed back to the system, which the allocator would otherwise keep.
+/// Gives freed memory, which the allocator would otherwise keep, back to the system.
 void giveBackFreeMemory();
 
 }  // namespace halvane

@@ -8,15 +8,15 @@
 
 namespace halvane {
 
-// A path here is raw bytes and is changed as text only: no file system is asked and no link resolved. The one
-// exception is the current directory, which a relative path needs.
+// A path is raw bytes here. These functions change it only as text: they don't ask the file system, and they
+// resolve no links. The one exception is the current directory, which a relative path needs.
 
-/// `path` with a leading "~" or "~name" replaced by that user's home directory. A name that nobody has leaves
-/// the path as it is.
+/// `path` with a leading "~" or "~name" replaced by that user's home directory. If there is no such user, the
+/// path stays as it is.
 std::string expandTilde(std::string_view path);
 
 /// `path` itself when it is absolute, otherwise below the current directory (POSIX getcwd); the empty path is
-/// the current directory. Where there is no current directory any more, as below "/".
+/// the current directory. If the current directory no longer exists, it counts as "/".
 std::string makeAbsolute(std::string_view path);
 
 /// An absolute path without "." and "..", repeated slashes made one and no slash at the end but the root's.

@@ -1,6 +1,6 @@
 #pragma once
 
-// How the disk learns early which files are read next, where they are not in memory already.
+// Tells the disk early which files are read next, if they are not in memory already.
 
 #include <sys/types.h>
 
@@ -10,26 +10,26 @@
 
 namespace halvane {
 
-/// Reads one file after the other, and notices when the disk has to be waited for. From then on it pays to
-/// open files ahead of their turn and to announce them: the disk brings many at a time as fast as one.
+/// Reads one file after the other, and notices when a read has to wait for the disk. From then on, it pays to
+/// open files ahead of their turn and to announce them: the disk reads many files at a time as fast as one.
 class ReadAhead {
  public:
-  /// The first reading of a file: what read(2) does, with the same arguments, result and errno. Waits for the
-  /// disk where it must.
+  /// The first read of a file: like read(2), with the same arguments, result and errno. Waits for the disk if
+  /// it must.
   ssize_t readFirst(int file, char* data, std::size_t size);
 
-  /// Whether a read had to wait for the disk. Never, where the system doesn't tell.
+  /// Whether a read had to wait for the disk. Always false if the system doesn't tell.
   bool pays() const { return pays_; }
 
-  /// Tells the system that the beginning of `file` is read soon; doesn't wait for it. Nothing but time
-  /// depends on whether the system listens.
+  /// Tells the system that the beginning of `file` will be read soon, and doesn't wait. If the system does
+  /// nothing about it, reading only takes longer.
   static void announce(const Descriptor& file);
 
  private:
   // Asking for every file would make each take up to a tenth longer.
   bool isTimeToAsk() { return asks_ && filesRead_++ % 8 == 0; }
 
-  bool asks_ = true;  // the system, now and then, whether what is read is in memory
+  bool asks_ = true;  // whether some reads still ask the system if the file is in memory
   std::size_t filesRead_ = 0;
   bool pays_ = false;
 };

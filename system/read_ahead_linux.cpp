@@ -9,13 +9,13 @@
 namespace halvane {
 namespace {
 
-// Nearly every entry is shorter; of a longer one the system reads ahead by itself.
+// Nearly every entry is shorter. In a longer one, the system reads ahead by itself.
 constexpr off_t beginning = 65536;
 
 }  // namespace
 
-// One system call for both, asking and reading. Some file systems and older kernels refuse to be asked; then,
-// and once the answer is known, read(2) is all.
+// One system call both asks and reads. Some file systems and older kernels refuse it. Then, and once the
+// answer is known, we only call read(2).
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
   if (isTimeToAsk()) {
     const iovec whole{data, size};

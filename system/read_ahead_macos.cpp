@@ -8,16 +8,16 @@
 namespace halvane {
 namespace {
 
-// Nearly every entry is shorter; of a longer one the system reads ahead by itself.
+// Nearly every entry is shorter. In a longer one, the system reads ahead by itself.
 constexpr int beginning = 65536;
 
-// What is in memory is copied in a few microseconds; no disk brings it in so few.
+// Copying from memory takes a few microseconds. No disk is so fast.
 constexpr std::chrono::microseconds fromMemory(50);
 
 }  // namespace
 
-// This system can't be asked whether a file is in memory, but the clock can. Where something else held the
-// reading up, files are announced that need not be: that costs one system call a file.
+// This system can't be asked whether a file is in memory, but the clock can. If something else delays a read,
+// we announce files without need, which costs one system call for each file.
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
   if (!isTimeToAsk()) return ::read(file, data, size);
   const auto start = std::chrono::steady_clock::now();

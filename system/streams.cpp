@@ -65,8 +65,8 @@ bool LineReader::readMore() {
   }
 }
 
-// Moves what is unread to the front where that frees at least half of the buffer, and otherwise doubles it:
-// so each byte is moved a bounded number of times. False when there is no memory to read anything at all.
+// Moves the unread bytes to the front if that frees at least half of the buffer, and otherwise doubles the
+// buffer. So each byte is moved a bounded number of times. False when there is no memory to read anything.
 bool LineReader::makeRoom() {
   const std::size_t unread = end_ - begin_;
   if (unread > buffer_.capacity() / 2 || buffer_.capacity() == 0) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Lines read from a stream and texts written to one, whole and without waiting in vain.
+// Reads lines from a stream, and writes whole texts to one.
 
 #include <cstddef>
 #include <optional>
@@ -10,17 +10,16 @@
 
 namespace halvane {
 
-/// Cuts what comes from a file descriptor into lines, in time linear in what comes and with no limit on a
-/// line's length.
+/// Cuts the bytes from a file descriptor into lines, in linear time and with no limit on a line's length.
 class LineReader {
  public:
   /// Reads from `descriptor`, which stays the caller's.
   explicit LineReader(int descriptor) : descriptor_(descriptor) {}
 
   /// The next line, raw bytes without the line feed that ends it; valid until the next call. The last line
-  /// counts without a line feed. Nothing at the end of input, and any error of read(2) but EINTR and EAGAIN
-  /// is that end. A line for which no memory can be had is passed over. The memory of a very long line is
-  /// given back when the next one is asked for.
+  /// may lack a line feed. Nothing at the end of input. Any error of read(2) except EINTR and EAGAIN counts
+  /// as the end. A line for which there is no memory is passed over. The memory of a very long line is given
+  /// back at the next call.
   std::optional<std::string_view> next();
 
  private:
@@ -37,9 +36,9 @@ class LineReader {
   bool ended_ = false;        // for good, even where a later read(2) would bring more
 };
 
-/// Writes `bytes` to `descriptor`: in one write(2) where the kernel takes them whole, otherwise again until
-/// all are out. EINTR is retried and EAGAIN waited for. The count of bytes written: fewer than asked for only
-/// after another error. SIGPIPE is the caller's to ignore.
+/// Writes `bytes` to `descriptor`, in one write(2) if the kernel takes all of them, otherwise in several.
+/// Tries again after EINTR, and waits after EAGAIN. Returns the number of bytes written: fewer than given
+/// only after another error. SIGPIPE is the caller's to ignore.
 std::size_t writeWhole(int descriptor, std::string_view bytes);
 
 }  // namespace halvane

@@ -6,11 +6,10 @@
 
 // Bytes that are worked on all at once, in one register of the processor.
 
-// The vector extension of g++ and clang++ writes most of it once for every processor. The few operations that
-// the extension has no word for stand in a file for each processor. (A library of vectors such as Highway
-// would save those files and nothing else. It does the same in as many instructions, but its AVX2 wants eight
-// flags where ours wants one, and the version that Debian 12 has knows nothing between SSSE3 and one byte at
-// a time.)
+// Most of it is written once for every processor, in the vector extension of g++ and clang++. The few
+// operations that the extension lacks are in one file for each processor. (A library of vectors such as
+// Highway would only save those files. It takes as many instructions, but needs eight compiler flags for AVX2
+// where we need one, and its version in Debian 12 offers nothing between SSSE3 and one byte at a time.)
 #if defined(HALVANE_PLAIN_BLOCKS)
 #include "text/byte_block_plain.h"
 #elif defined(__AVX2__)
@@ -25,10 +24,10 @@
 
 namespace halvane {
 
-/// As many bytes as one register of a kind of processor holds. Operations work on each byte for itself;
-/// comparisons give 0xFF where they hold and 0 elsewhere. `Processor` is one of the structs in the files
-/// above. It is part of the type: what is compiled for one processor is never taken for what is compiled for
-/// another.
+/// As many bytes as one register of a kind of processor holds. Each operation works on every byte separately.
+/// A comparison gives 0xFF where it holds and 0 elsewhere. `Processor` is one of the structs in the files
+/// above. It is part of the type, so the linker never takes code compiled for one processor for code compiled
+/// for another.
 template <typename Processor>
 struct BlockOf {
   using Bytes = typename Processor::Bytes;
@@ -52,7 +51,7 @@ struct BlockOf {
   /// Each byte's upper half, as a number from 0 to 15.
   BlockOf upperHalves() const { return {bytes >> 4}; }
 
-  /// The upper bit of each byte, that of the first one lowest.
+  /// The upper bits of the bytes as one number. The first byte's bit is the lowest.
   std::uint32_t upperBits() const { return Processor::upperBits(bytes); }
 
   /// a - b, 0 where that would be negative.
@@ -63,7 +62,7 @@ struct BlockOf {
   static BlockOf lookUp(const std::uint8_t* table, BlockOf indices) {
     return {Processor::lookUp(table, indices.bytes)};
   }
-  /// Each byte's neighbour `distance` places before it, where `before` is the block in front of this one.
+  /// For each byte, the byte `distance` places before it. `before` is the block before this one.
   template <int distance>
   BlockOf earlier(BlockOf before) const {
     return {Processor::template earlier<distance>(before.bytes, bytes)};

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <cstring>
 
-// Sixteen bytes of any processor, without a word of its own language: the compiler takes the vectors that
-// there are. Only what looks for pairs of bytes gains from that. Looking up bytes one by one costs more than
-// the check of UTF-8 saves, so there is no lookUp.
+// Sixteen bytes on any processor, without instructions of one kind of processor. The compiler uses the
+// vectors that the processor has. Only the search for pairs of bytes gains from this. The check of UTF-8
+// would lose more by looking up bytes one by one than it saves, so there is no lookUp.
 
 namespace halvane {
 

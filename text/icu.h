@@ -1,6 +1,6 @@
 #pragma once
 
-// The corner where ICU's ways become ours: its errors, its lengths, its normaliser.
+// What turns ICU's errors, lengths and normaliser into ours.
 
 #include <unicode/normalizer2.h>
 #include <unicode/stringpiece.h>
@@ -11,8 +11,8 @@
 
 namespace halvane {
 
-/// Throws std::bad_alloc where `status` is a failure. ICU's data is linked in and its arguments are valid, so
-/// memory is all that a call can lack.
+/// Throws std::bad_alloc where `status` is a failure. ICU's data is linked in and the arguments are valid, so
+/// a call can only fail for lack of memory.
 void check(UErrorCode status);
 
 /// The length of `text` in bytes, as ICU counts. Throws std::bad_alloc for 2 GiB and more, which it can't.

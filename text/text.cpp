@@ -54,8 +54,8 @@ struct Mark {
   std::uint8_t combiningClass;
 };
 
-// Marks after one letter stand in the order of their classes. Sorting a whole run at once keeps the time in
-// bounds that ICU's one-by-one insertion exceeds for runs of a million marks.
+// Marks after one letter stand in the order of their classes. We sort a whole run at once: ICU inserts one
+// mark after the other, which takes too long for a million marks.
 void appendInOrder(std::string& text, std::vector<Mark>& marks) {
   std::stable_sort(marks.begin(), marks.end(), [](const Mark& left, const Mark& right) {
     return left.combiningClass < right.combiningClass;

@@ -1,8 +1,8 @@
 #pragma once
 
-// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. Memory
-// that ICU can't have becomes std::bad_alloc; so does a text of 2 GiB and more, which is beyond what ICU
-// counts.
+// Unicode text operations, by ICU. Texts are well-formed UTF-8; positions and lengths are in bytes. The
+// functions throw std::bad_alloc when ICU finds no memory, and for a text of 2 GiB or more, which is longer
+// than ICU can count.
 
 #include <unicode/utf8.h>
 

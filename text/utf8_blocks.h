@@ -1,14 +1,14 @@
 #pragma once
 
-// Whether bytes are UTF-8, asked of many at once.
+// Whether bytes are UTF-8, many bytes at a time.
 
 #include <cstddef>
 
 namespace halvane {
 
-/// The same answer as isUtf8 of the `length` bytes at `bytes`, sixteen bytes at a time: most of a journal is
-/// read at the speed of memory, and asking one code point after the other would cost half of that again. Only
-/// where canShuffleBytes().
+/// What isUtf8 says of the `length` bytes at `bytes`, found sixteen bytes at a time. Reading a journal from
+/// memory is so fast that a check of one code point after the other would take half as long again. Only where
+/// canShuffleBytes().
 bool isUtf8InBlocks(const char* bytes, std::size_t length);
 
 /// The same, thirty-two bytes at a time: half the instructions. Only where hasWideBlocks().

@@ -60,9 +60,9 @@ inline constexpr Table byUpperHalf = tableOf([](unsigned half) -> int {
   return tooShort;
 });
 
-/// Checks a text block by block. Block is a BlockOf one processor. Nothing in here is shared with what is
-/// compiled for another one, not even in an unoptimised build: no function but its own and the block's is
-/// called.
+/// Checks a text block by block. Block is a BlockOf one processor. It calls only its own functions and the
+/// block's, so that nothing here is shared with code compiled for another processor, not even in an
+/// unoptimised build.
 template <typename Block>
 class Checker {
  public:
@@ -71,14 +71,14 @@ class Checker {
     Checker checker;
     std::size_t at = 0;
     for (; at + step <= length; at += step) checker.checkStep(bytes + at);
-    char rest[step] = {};  // ended by NULs, which are characters of their own
+    char rest[step] = {};  // filled up with NULs, each a whole character
     for (std::size_t i = 0; at + i < length; ++i) rest[i] = bytes[at + i];
     checker.checkStep(rest);
     return checker.allRight();
   }
 
  private:
-  // So many at once: in most languages' journals these bytes are often ASCII alone, and then one look is
+  // Several blocks at once: in most languages, so many bytes are often all ASCII, and then one look is
   // enough.
   static constexpr std::size_t step = 128;
   static constexpr std::size_t blocksAStep = step / Block::size;
@@ -104,7 +104,7 @@ class Checker {
     const Block ways = Block::lookUp(byUpperHalfBefore.ways, before.upperHalves()) &
                        Block::lookUp(byLowerHalfBefore.ways, before & Block::all(0x0F)) &
                        Block::lookUp(byUpperHalf.ways, block.upperHalves());
-    // After a lead byte of three or four, a second or third continuation has to be there and is right.
+    // After the lead byte of a character of three or four bytes, a second or third continuation is required.
     const Block third = saturatingDifference(block.template earlier<2>(last_), Block::all(0xE0 - 0x80));
     const Block fourth = saturatingDifference(block.template earlier<3>(last_), Block::all(0xF0 - 0x80));
     wrong_ = wrong_ | (((third | fourth) & Block::all(0x80)) ^ ways);
@@ -136,7 +136,7 @@ class Checker {
   Block last_ = Block::all(0);
 };
 
-/// Whether the `length` bytes at `bytes` are well-formed UTF-8, told as fast as Block can.
+/// Whether the `length` bytes at `bytes` are well-formed UTF-8, with blocks of the type Block.
 template <typename Block>
 bool isUtf8By(const char* bytes, std::size_t length) {
   if constexpr (Block::canShuffle) {

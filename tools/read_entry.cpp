@@ -14,8 +14,8 @@
 namespace halvane {
 namespace {
 
-// Where the candidate's rest begins, after as many components as the journal path has and a slash; nothing
-// when it has no more than these.
+// Where the rest of `candidate` begins, after as many components as the journal path has and a slash; nothing
+// when it has no more components.
 std::optional<std::size_t> restOf(std::string_view candidate, std::string_view journal) {
   std::size_t slash = 0;
   for (auto components = std::count(journal.begin(), journal.end(), '/'); components > 0; --components) {
@@ -51,7 +51,7 @@ std::string render(const Entry& entry) {
 std::string readEntry(std::string_view path) {
   const std::optional<FileUrl> file = confined(path);
   if (!file) return "Refused: path is outside the journal.";
-  // No file's name holds a NUL, not even in a folder that ".." takes back.
+  // No file name contains a NUL, not even that of a folder that a later ".." removes.
   const bool mayBeNamed = path.find('\0') == std::string_view::npos;
   const std::optional<Entry> entry = mayBeNamed ? Entry::parse(*file) : std::nullopt;
   if (!entry) return std::string("No entry found at ").append(path).append(".");

@@ -14,11 +14,11 @@ namespace {
 
 constexpr std::size_t charactersAround = 80;
 
-// Characters are counted in 32 bits, so that of an enormous body only so much on each side of the match is
-// looked at.
+// Characters are counted in 32 bits, so we look only at this many bytes on each side of the match in an
+// enormous body.
 constexpr std::size_t bytesAround = std::size_t{1} << 29;
 
-// The body's words around the match, on one line and between two ellipses.
+// The text around the match, on one line and between two ellipses.
 std::string snippet(std::string_view body, TextMatch match) {
   const std::size_t from = match.begin > bytesAround ? startOfCodePoint(body, match.begin - bytesAround) : 0;
   const std::string_view window =
@@ -31,8 +31,8 @@ std::string snippet(std::string_view body, TextMatch match) {
   return "…" + excerpt + "…";
 }
 
-// What stands under an entry's first line. The snippet search knows no locale, so it may find nothing where
-// the Turkish dotless i made the entry a hit.
+// The second line of a hit. The search for the snippet knows no locale, so it may find nothing if the entry
+// matches only with the Turkish dotless i.
 std::string secondLine(const Entry& entry, const std::optional<TextSearch>& search) {
   const std::optional<TextMatch> match = search ? search->find(entry.body) : std::nullopt;
   return match ? snippet(entry.body, *match) : std::string(entry.firstLine());

@@ -9,11 +9,11 @@
 
 namespace halvane {
 
-/// The newest entries, at most `limit` (1 or more), whose bodies contain `query` (UTF-8, taken as it is)
-/// without regard to letter case, and of these only those tagged `tag` (canonical) when there is one; the
-/// empty query is in every body. Two lines an entry: date, tags and path, then the words around the match, or
-/// the entry's first line when there is no query. One line that says so when there are none. UTF-8, without a
-/// line feed at the end.
+/// The newest entries, at most `limit` (1 or more), whose bodies contain `query` (UTF-8, unchanged) in
+/// capital or small letters; with a canonical `tag`, only those with that tag. Every body contains the empty
+/// query. Two lines for each entry: date, tags and path, then the text around the match, or the entry's first
+/// line when the query is empty. One line that says so when there are none. UTF-8, without a line feed at the
+/// end.
 std::string searchEntries(std::string_view query, const std::optional<std::string>& tag, std::int64_t limit);
 
 }  // namespace halvane

@@ -16,8 +16,8 @@ struct CfRelease {
   void operator()(CFTypeRef object) const { CFRelease(object); }
 };
 
-/// Owns what a CoreFoundation function with Create or Copy in its name hands out: CfOwned<CFStringRef> owns a
-/// string. Null when the function had nothing to hand out.
+/// Owns the object that a CoreFoundation function with Create or Copy in its name returns:
+/// CfOwned<CFStringRef> owns a string. Null when the function returned null.
 template <typename Reference>
 using CfOwned = std::unique_ptr<std::remove_pointer_t<Reference>, CfRelease>;
 
@@ -28,8 +28,8 @@ inline CfOwned<CFStringRef> cfString(std::string_view text) {
       kCFAllocatorDefault, bytes, static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, false));
 }
 
-/// The whole text of `value` in UTF-8, NULs included; nothing when `value` is null or no string, or holds
-/// half of a surrogate pair, for which UTF-8 has no form.
+/// The whole text of `value` in UTF-8, NULs included; nothing when `value` is null, is not a string, or
+/// contains half of a surrogate pair, which UTF-8 can't express.
 inline std::optional<std::string> utf8Text(CFTypeRef value) {
   if (value == nullptr || CFGetTypeID(value) != CFStringGetTypeID()) return std::nullopt;
   const auto string = static_cast<CFStringRef>(value);

@@ -13,7 +13,7 @@ namespace halvane {
 /// calendar and time zone, such as Nov 3, 2025 at 9:14 AM.
 class DateWords {
  public:
-  /// By the user's settings as they are at this moment; later changes need a new one.
+  /// With the user's settings as they are now. After a change of settings, make a new object.
   DateWords();
   ~DateWords();
   DateWords(const DateWords&) = delete;

@@ -47,8 +47,7 @@ struct DateWords::Formatter {
 DateWords::DateWords() {
   const icu::Locale locale(userLocale().c_str());
   UErrorCode status = U_ZERO_ERROR;
-  // Otherwise ICU goes and looks for both by itself. A very long name in LC_ALL ends the process in
-  // version 76.
+  // Without both, ICU looks for them itself, and in version 76 a very long name in LC_ALL ends the process.
   icu::Locale::setDefault(locale, status);
   icu::TimeZone::adoptDefault(userTimeZone().release());
   formatter_ =

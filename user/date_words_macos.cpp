@@ -11,7 +11,7 @@
 namespace halvane {
 namespace {
 
-// With valid arguments memory is all that CoreFoundation can lack.
+// With valid arguments, CoreFoundation can only fail for lack of memory.
 template <typename Object>
 CfOwned<Object> checked(Object object) {
   if (object == nullptr) throw std::bad_alloc();
@@ -27,9 +27,9 @@ bool isOf(CFLocaleRef locale, CFStringRef part, CFStringRef value) {
   return found != nullptr && CFEqual(found, value);
 }
 
-// The fields to show with the hours that the user wants in place of the locale's; null without such a wish.
-// CFLocaleCopyCurrent would mix the wish in as it was when the process first asked. So it is read here, anew
-// each time. In Taiwan the twelve hours go by the parts of the day, B, and not by its halves.
+// The fields to show if the user has set 12 or 24 hours in place of the locale's; null if not.
+// CFLocaleCopyCurrent would keep that setting as it was when the process first asked, so we read it here each
+// time. In Taiwan, twelve hours come with the part of the day, B, and not with AM or PM.
 CFStringRef wantedFields(CFLocaleRef locale) {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   if (isSet(CFSTR("AppleICUForce24HourTime"))) return CFSTR("yMMMdHmm");
@@ -45,8 +45,8 @@ std::string patternOf(CFStringRef fields, CFLocaleRef locale) {
   return utf8Text(pattern.get()).value_or(std::string());
 }
 
-// The hour is at its shortest where its letter is the one that the locale prefers, as j stands for. Hours
-// that the user forces on it are as long as it has them; in English they are short, too.
+// The hour is at its shortest if its letter is the one that the locale prefers (j). If the user has set other
+// hours, they are as long as in the locale's pattern, and in English they are short too.
 std::string patternFor(CFLocaleRef locale) {
   const std::string own = patternOf(CFSTR("yMMMdjmm"), locale);
   const CFStringRef fields = wantedFields(locale);
@@ -84,7 +84,7 @@ DateWords::DateWords() {
 DateWords::~DateWords() = default;
 
 std::string DateWords::of(Instant moment) const {
-  // Nothing below the minute is shown, and a double holds whole seconds exactly.
+  // The words show nothing below the minute, and a double represents whole seconds exactly.
   const auto seconds = std::chrono::floor<std::chrono::seconds>(moment).time_since_epoch().count();
   const auto words = checked(CFDateFormatterCreateStringWithAbsoluteTime(
       kCFAllocatorDefault, formatter_->format.get(),

@@ -16,8 +16,8 @@ namespace {
 using std::chrono::days;
 using std::chrono::milliseconds;
 
-// Reads the fixed places of a date-time. What is no digit where one is due, or another character than the
-// form has there, makes the whole reading fail.
+// Reads the fixed places of a date-time. If a digit is missing, or another character is in place of a fixed
+// one, the whole reading fails.
 class FixedForm {
  public:
   explicit FixedForm(std::string_view text) : text_(text) {}
@@ -39,7 +39,7 @@ class FixedForm {
   bool fits_ = true;
 };
 
-// A copy of one is made much faster than a new one.
+// To copy a calendar is much faster than to make a new one.
 const icu::GregorianCalendar& emptyCalendar() {
   static const icu::GregorianCalendar empty = [] {
     UErrorCode status = U_ZERO_ERROR;
@@ -56,8 +56,8 @@ bool isSameDay(const icu::Calendar& calendar, int year, int month, int day, UErr
          calendar.get(UCAL_DATE, status) == day;
 }
 
-// The same as daysTo, for a day before 15 October 1582: by ICU's calendar, which changes over by itself. It
-// takes a day that never was for another one.
+// The same as daysTo, for a day before 15 October 1582: by ICU's calendar, which knows the change of
+// calendars. It takes a day that doesn't exist for another one.
 std::optional<days> daysToEarly(int year, int month, int day) {
   UErrorCode status = U_ZERO_ERROR;
   icu::GregorianCalendar calendar = emptyCalendar();
@@ -72,7 +72,7 @@ std::optional<days> daysToEarly(int year, int month, int day) {
 }
 
 // The days from 1970-01-01 to a date in the calendar that people used: Julian to 4 October 1582, Gregorian
-// from the next day on, which was the 15th. Nothing for a day that never was.
+// from the next day on, which was the 15th. Nothing for a day that doesn't exist.
 std::optional<days> daysTo(int year, int month, int day) {
   using namespace std::chrono;
   const year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
@@ -102,7 +102,7 @@ std::optional<Instant> daysBefore(Instant moment, std::int64_t count) {
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::TimeZone> zone = userTimeZone();
   const icu::Locale locale(userLocale().c_str());
-  // Otherwise ICU goes and looks for both by itself, and may wait or fail there.
+  // Without both, ICU looks for them itself, and may wait or fail.
   icu::Locale::setDefault(locale, status);
   icu::TimeZone::setDefault(*zone);
   const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(*zone, locale, status));

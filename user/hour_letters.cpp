@@ -3,7 +3,7 @@
 namespace halvane {
 namespace {
 
-// Goes through a pattern. What stands between apostrophes is text.
+// Goes through a pattern. Everything between apostrophes is text.
 class PatternLetters {
  public:
   bool isHour(char letter) {

@@ -11,7 +11,7 @@ namespace halvane {
 /// The first letter of `pattern`, UTF-8, that stands for the hour: h, H, k or K. NUL when none does.
 char hourLetter(std::string_view pattern);
 
-/// `pattern`, UTF-8, with every hour at its shortest: 9:14, also where the locale itself would write 09:14.
+/// `pattern`, UTF-8, with every hour at its shortest: 9:14, even if the locale would write 09:14.
 std::string withShortHours(std::string_view pattern);
 
 }  // namespace halvane

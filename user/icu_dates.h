@@ -11,15 +11,13 @@
 
 namespace halvane {
 
-/// `moment` as ICU counts: whole milliseconds since 1970-01-01T00:00:00Z, what is below them cut off towards
-/// the past.
+/// `moment` as ICU counts: whole milliseconds since 1970-01-01T00:00:00Z, rounded down.
 inline UDate icuDate(Instant moment) {
   const auto whole = std::chrono::floor<std::chrono::milliseconds>(moment);
   return static_cast<UDate>(whole.time_since_epoch().count());
 }
 
-/// The user's time zone as it is set at this moment, looked up anew at each call; the caller owns it. UTC
-/// when none is set.
+/// The user's time zone as it is set now, looked up at each call; the caller owns it. UTC when none is set.
 std::unique_ptr<icu::TimeZone> userTimeZone();
 
 }  // namespace halvane

@@ -1,6 +1,6 @@
 #pragma once
 
-// What an application keeps as the user's settings.
+// The user's settings for an application.
 
 #include <memory>
 #include <optional>
@@ -11,7 +11,7 @@ namespace halvane {
 /// The identifier of the bundle that this process runs under; nothing outside a bundle, as always on Linux.
 std::optional<std::string> mainBundleIdentifier();
 
-/// The settings that one application keeps for the user, as they were when they were opened.
+/// The settings that one application keeps for the user, as they were at the time of opening.
 class Preferences {
  public:
   /// This process's own.
@@ -23,7 +23,7 @@ class Preferences {
   static std::optional<Preferences> ofSuite(const std::string& suite);
 
   /// The path of the file that holds the settings of `suite`, whether it is there or not; nothing on macOS,
-  /// where it is the system that reads them.
+  /// where the system reads them.
   static std::optional<std::string> fileOfSuite(const std::string& suite);
 
   /// The text stored under `key`, as it is stored; nothing when there is none or the value is of another

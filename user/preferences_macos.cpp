@@ -8,7 +8,7 @@ namespace halvane {
 struct Preferences::Store {
   CfOwned<CFStringRef> application;
 
-  // Reads again what this process may have kept from an earlier look; there is nothing of ours to write.
+  // Forgets the settings that this process has read before. We never write any.
   explicit Store(CfOwned<CFStringRef> owner) : application(std::move(owner)) {
     CFPreferencesAppSynchronize(application.get());
   }
@@ -34,8 +34,8 @@ std::optional<std::string> Preferences::fileOfSuite(const std::string&) {
   return std::nullopt;
 }
 
-// After the application's own settings this also finds what an administrator has laid down for it and what
-// the user has set for all applications: so does every other reader of an application's settings.
+// Like every reader of an application's settings, this also finds the settings that an administrator has made
+// for it and those that the user has made for all applications.
 std::optional<std::string> Preferences::string(const std::string& key) const {
   const CfOwned<CFStringRef> name = cfString(key);
   if (!name) return std::nullopt;

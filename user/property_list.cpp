@@ -6,8 +6,8 @@
 #include <new>
 #include <utility>
 
-// The XML form. What an application keeps may be nested as deeply and be as long as anybody makes it; only
-// the names and texts of the outermost dictionary are kept, and the rest has to be well-formed.
+// The XML form. A list may be nested to any depth and have any length. We keep only the names and texts of
+// the outermost dictionary. The rest has to be well-formed.
 
 namespace halvane {
 namespace {
@@ -31,7 +31,7 @@ class XmlList {
   }
 
  private:
-  // How deep an element stands that has a meaning for us.
+  // The depth of an element that has a meaning for us.
   static constexpr std::size_t list = 1, dictionary = 2, item = 3;
 
   void begin(std::string_view name) {
@@ -70,8 +70,8 @@ class XmlList {
 
   void refuse() { XML_StopParser(parser_, XML_FALSE); }
 
-  // No exception may cross the parser, which is written in C. Once it is stopped it still reports the end of
-  // an element that has none of its own, so nothing is done any more.
+  // No exception may cross the parser, which is written in C. A stopped parser still reports the end of an
+  // empty element, so from then on we do nothing.
   template <typename Event>
   static void handle(void* self, Event event) {
     auto& reader = *static_cast<XmlList*>(self);

@@ -7,8 +7,8 @@
 #include "user/property_list.h"
 
 // The binary form: objects that refer to one another by their numbers, a table of where each one begins, and
-// a trailer that says where the table is. Only the outermost dictionary, its names and its texts are looked
-// at, so what refers to itself, or a thousand times to the same, costs nothing.
+// a trailer that says where the table is. We look only at the outermost dictionary, its names and its texts,
+// so objects that refer to themselves, or a thousand times to the same object, cost nothing.
 
 namespace halvane {
 namespace {
@@ -22,8 +22,8 @@ struct Object {
   std::uint64_t begin;  // of the content
 };
 
-// Bounds the characters that are looked at. The same long text may stand under many names, and what looks
-// like a long text may turn out to be none at its last byte. No application keeps that many of either.
+// Limits the number of characters that we look at. The same long text may have many names, and a long text
+// may turn out to be invalid at its last byte. No application keeps so many.
 class Room {
  public:
   // False when there is no room left for the characters of `object`, if it is a text.
@@ -75,7 +75,7 @@ class BinaryList {
     return texts;
   }
 
-  // A number of up to eight bytes, the most significant first; nothing where the list has ended.
+  // A number of up to eight bytes, the most significant first; nothing at the end of the list.
   std::optional<std::uint64_t> number(std::uint64_t at, std::uint64_t size) const {
     if (size == 0 || size > 8 || at > bytes_.size() || size > bytes_.size() - at) return std::nullopt;
     std::uint64_t value = 0;
@@ -90,7 +90,7 @@ class BinaryList {
     if (!marker) return std::nullopt;
     Object object{static_cast<Kind>(*marker >> 4), *marker & 0xF, *at + 1};
     if (object.count < 0xF) return object;
-    // A count that doesn't fit the marker follows as a number with a marker of its own.
+    // A count that doesn't fit into the marker follows as a number with another marker.
     const std::optional<std::uint64_t> countMarker = number(object.begin, 1);
     if (!countMarker || *countMarker >> 4 != 0x1) return notText(object);
     const std::uint64_t size = std::uint64_t{1} << (*countMarker & 0xF);
@@ -99,7 +99,7 @@ class BinaryList {
     return Object{object.kind, *count, object.begin + 1 + size};
   }
 
-  // Of the other kinds some have another meaning for the marker's lower half.
+  // In some of the other kinds, the lower half of the marker has another meaning.
   static std::optional<Object> notText(const Object& object) {
     const bool counted =
         object.kind == Kind::asciiText || object.kind == Kind::utf16Text || object.kind == Kind::dictionary;
@@ -112,7 +112,7 @@ class BinaryList {
     return index ? object(*index) : std::nullopt;
   }
 
-  // Nothing for an object that is no text, or one that has no end.
+  // Nothing for an object that is not a text or has no end.
   std::optional<std::string> text(const Object& object) const {
     const std::uint64_t rest = bytes_.size() - std::min<std::uint64_t>(object.begin, bytes_.size());
     if (object.kind == Kind::asciiText && object.count <= rest) {

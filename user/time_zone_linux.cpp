@@ -19,8 +19,8 @@
 namespace halvane {
 namespace {
 
-// The time zone as the C library has it: TZ with all that POSIX allows in it, otherwise the system's setting.
-// Its zone files are kept up to date with the system; the zones in ICU's own data are as old as ICU is.
+// The C library's time zone: TZ in every form that POSIX allows, otherwise the system's setting. The system
+// keeps the C library's zone files up to date. The zones in ICU's data are as old as ICU.
 class SystemTimeZone : public icu::TimeZone {
  public:
   using icu::TimeZone::getOffset;
@@ -67,28 +67,28 @@ class SystemTimeZone : public icu::TimeZone {
 
 constexpr std::size_t longestZoneFile = 1 << 20;
 
-// Whether something is at `path` that is not read but waited for, such as a pipe.
+// Whether reading `path` would wait, as with a pipe.
 bool isNoRegularFile(const std::string& path) {
   struct stat state;
   return stat(path.c_str(), &state) == 0 && !S_ISREG(state.st_mode);
 }
 
-// The file that the C library looks for under the name of a zone.
+// The file that the C library reads for the name of a zone.
 std::string zoneFile(std::string_view name) {
   const char* folder = std::getenv("TZDIR");
   const bool isSet = folder != nullptr && *folder != '\0';
   return name.starts_with('/') ? std::string(name) : joinPath(isSet ? folder : "/usr/share/zoneinfo", name);
 }
 
-// The file in which the C library looks for the time zone that TZ names by `setting`, before it takes that
-// for a rule; the system's own zone when TZ is not set.
+// The file in which the C library looks for the time zone `setting`, the value of TZ, before it reads
+// `setting` as a rule; the file of the system's zone when TZ is not set.
 std::string firstFile(const char* setting) {
   if (setting == nullptr) return "/etc/localtime";
   return zoneFile(*setting == ':' ? setting + 1 : setting);
 }
 
-// Whether the C library can find the time zone without waiting for anybody. It looks into posixrules when a
-// rule doesn't say on which days the clocks change.
+// Whether the C library can find the time zone without waiting. It reads posixrules if a rule doesn't say on
+// which days the clocks change.
 bool isReadable(const char* setting) {
   return !isNoRegularFile(firstFile(setting)) && !isNoRegularFile(zoneFile("posixrules"));
 }
@@ -104,8 +104,8 @@ bool isLetter(char byte) {
   return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
 }
 
-// Whether `setting` begins as the rules of POSIX do: a name, which stands between < and > or is three letters
-// or more, and an offset. Such are CET-1CEST and <+0330>-3:30.
+// Whether `setting` begins like a POSIX rule, such as CET-1CEST or <+0330>-3:30: with a name, which is
+// between < and > or has three letters or more, and an offset.
 bool isRule(std::string_view setting) {
   std::size_t end = setting.find('>') + 1;
   if (!setting.starts_with('<')) {
@@ -137,7 +137,7 @@ std::unique_ptr<icu::TimeZone> userTimeZone() {
   } else {
     zone.reset(icu::TimeZone::getGMT()->clone());
   }
-  if (!zone) throw std::bad_alloc();  // ICU's classes have a new of their own, which answers with null
+  if (!zone) throw std::bad_alloc();  // ICU's classes have their own operator new, which returns null
   return zone;
 }
 

@@ -14,8 +14,8 @@
 namespace halvane {
 namespace {
 
-// No locale's identifier is nearly that long. ICU fails in other ways at 156 bytes and more, and not the same
-// in each of its versions.
+// No identifier of a real locale is nearly so long. With 156 bytes and more, ICU fails in different ways in
+// different versions.
 constexpr std::size_t longestIdentifier = 100;
 
 bool succeeded(UErrorCode status) {
@@ -23,7 +23,7 @@ bool succeeded(UErrorCode status) {
   return U_SUCCESS(status) != 0;
 }
 
-// Whether ICU has words of its own for the language.
+// Whether ICU has words for the language.
 bool hasWords(const icu::Locale& locale) {
   if (*locale.getLanguage() == '\0') return false;
   UErrorCode status = U_ZERO_ERROR;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t longestSetting = 65536;
 
-// The variables that say how dates are written, the strongest first.
+// The variables that set the language of dates, in order of precedence.
 constexpr std::array<std::string_view, 3> variables = {"LC_ALL", "LC_TIME", "LANG"};
 
 // The value of `name` in a file of shell assignments; empty when it has none.

@@ -3,8 +3,9 @@
 
 namespace halvane {
 
-// CFLocaleCopyCurrent answers the same for as long as the process lives, so the setting itself is read. It
-// names language and region, and calendar, digits and hours where they are not the usual ones.
+// CFLocaleCopyCurrent always gives the locale that was set when the process first asked, so we read the
+// setting itself. It names the language and region, and the calendar, digits and hours if they are not the
+// usual ones.
 std::string localeSetting() {
   CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
   const CfOwned<CFPropertyListRef> setting(

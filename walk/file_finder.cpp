@@ -14,7 +14,7 @@ namespace {
 
 using Kind = Directory::Kind;
 
-// The listing's word is taken where it has one; it costs a system call an item to ask again.
+// We use the kind in the listing if there is one: to ask again costs a system call for each item.
 Kind kindOf(const Directory& directory, const Directory::Item& item, int folder) {
   if (item.kind != Kind::unknown) return item.kind;
   struct stat state;
@@ -84,7 +84,7 @@ void FileFinder::listFolder() {
   std::reverse(waiting_.begin() + static_cast<std::ptrdiff_t>(firstWaiting), waiting_.end());
 }
 
-// A file that the listing has as regular is not asked for its kind again, and must not have become a link.
+// If the listing says that a file is regular, we don't ask again, but the file must not have become a link.
 Descriptor FileFinder::openFile(const Directory::Item& item) {
   const bool isKnown = item.kind == Kind::regular;
   Descriptor file =

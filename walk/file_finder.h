@@ -14,11 +14,11 @@
 
 namespace halvane {
 
-/// Called with a folder's absolute path (raw bytes, without a slash at its end) and what is listed in it,
-/// which may have broken off with an error; both are valid during the call only.
+/// Called with a folder's absolute path (raw bytes, without a slash at its end) and its listing, which an
+/// error may have broken off. Both are valid only during the call.
 using FolderVisitor = std::function<void(std::string_view path, const Directory& listing)>;
 
-/// A file whose turn has come, or a file or folder that can't be opened: then `file` is not open.
+/// The next file, or a file or folder that can't be opened. In that case, `file` is not open.
 struct FoundFile {
   std::string path;  // absolute, raw bytes; a folder's ends in a slash
   Descriptor file;
@@ -38,8 +38,7 @@ class FileFinder {
   bool next(FoundFile& found, bool mayTryAgain);
 
  private:
-  // The finder goes depth first, so what stands in `path_` before a waiting folder's name is always its
-  // parent.
+  // The finder goes depth first, so the part of `path_` before a waiting folder's name is always its parent.
   struct WaitingFolder {
     std::size_t parentLength;
     std::string name;

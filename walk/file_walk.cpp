@@ -11,7 +11,7 @@
 namespace halvane {
 namespace {
 
-// Opens files ahead of their turn where that pays, and reads them in turn.
+// Opens files ahead of their turn if that pays, and reads them in turn.
 class FileWalk {
  public:
   FileWalk(FileFinder finder, Openings openings, const FileVisitor& visit, const PassedOver& passOver)
@@ -26,7 +26,7 @@ class FileWalk {
   }
 
  private:
-  // When there are no more descriptors, some are left for others.
+  // When the system has no more descriptors, we leave some for others.
   void findAhead() {
     const std::size_t wanted = readAhead_.pays() ? mostAhead_ : 1;
     while (count_ < wanted) {

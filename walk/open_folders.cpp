@@ -6,7 +6,7 @@
 namespace halvane {
 namespace {
 
-// The system finds a path of so many bytes as fast as it lists a small folder.
+// The system finds a path of this length as fast as it lists a small folder.
 constexpr std::size_t shortWay = 256;
 
 }  // namespace
@@ -51,8 +51,8 @@ void OpenFolders::keepHalfOfTheWay(std::string_view parent) {
   }
 }
 
-// Closes one of the folders that are kept to save time, when the system has given all the descriptors that
-// there are. Whether there was one.
+// When the system has no descriptor left, closes one of the folders that are kept to save time. False when
+// there was none.
 bool OpenFolders::letGo() {
   if ((errno != EMFILE && errno != ENFILE) || kept_.size() == 1) return false;
   kept_.pop_back();

@@ -1,6 +1,6 @@
 #pragma once
 
-// The folders that a walk holds open to get from one to the next, at any depth, by few descriptors.
+// The folders that a walk keeps open to get from one to the next, at any depth, with few descriptors.
 
 #include <cstddef>
 #include <string_view>
@@ -10,10 +10,11 @@
 
 namespace halvane {
 
-/// Opens the folders of a walk that goes depth first. A sub-folder of the current folder is opened from
-/// there. Any other one has its parent on the way down to the current folder and is opened by its path: from
-/// the top, or from a folder that is kept open near it when the way is long. Of a long way half is kept, of
-/// the rest half again, and so on: all ways back together take little more than the way down did.
+/// Opens the folders of a walk that goes depth first. Opens a sub-folder of the current folder from there.
+/// The parent of any other folder is on the way down to the current folder: that folder is opened by its
+/// path, from the top or, on a long way, from the nearest folder that is kept open. On a long way, the folder
+/// half-way down is kept open, another one half-way down the rest, and so on. All ways back together then
+/// take little more time than the way down.
 class OpenFolders {
  public:
   /// Begins at the folder `top`, whose path is `pathLength` bytes long.
@@ -23,7 +24,7 @@ class OpenFolders {
   /// `parentLength` bytes of it. False when it can't be opened; the walk may go on to the next one.
   bool enter(std::string_view path, std::size_t parentLength);
 
-  /// Opens what `name` (ending in a NUL) is in the current folder.
+  /// Opens the file or folder `name` (ending in a NUL) in the current folder.
   Descriptor open(const char* name, int flags);
 
   /// The descriptor of the current folder.

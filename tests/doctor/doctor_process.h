@@ -16,7 +16,7 @@ struct Call {
   std::function<void()> before = {};
 };
 
-/// What came of it.
+/// How the doctor ended.
 struct Answer {
   int status;          ///< the exit status; minus the signal's number when a signal ended it
   std::string output;  ///< all that it wrote to standard output
@@ -25,7 +25,7 @@ struct Answer {
   bool says(const std::string& text) const { return output.find(text) != std::string::npos; }
 };
 
-/// Calls the real doctor, a process of its own, with files for its streams.
+/// Runs the real doctor as a child process, with files for its streams.
 Answer callDoctor(const Call& call);
 
 /// The same at a terminal, where output and errors come as one.

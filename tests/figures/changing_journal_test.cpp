@@ -46,7 +46,7 @@ class ChangingJournal : public testing::Test {
   std::string path(int file, const std::string& kind) const {
     return home_.journal() + "/" + std::to_string(file % 4) + "/" + kind + " " + std::to_string(file) + ".md";
   }
-  // Replaced by renaming, so that it is there at any moment
+  // Replaced by renaming, so it exists at any moment
   std::string saved(int file) const { return path(file, "saved"); }
 
   // Rewrites, cuts, renames and removes.
@@ -119,10 +119,10 @@ TEST_F(ChangingJournal, HasEveryUntouchedEntryInEveryAnswerAndShowsNoMixture) {
   application.join();
   EXPECT_EQ(server_.finish(), quietEnding);
   EXPECT_GT(answers, 100);
-  EXPECT_GT(shown, answers / 10) << "the rewritten ones were hardly ever there";
+  EXPECT_GT(shown, answers / 10) << "the rewritten files were almost never found";
   expectExactly("untouched entries missed in 10 s of changes", missing, "entries", 0);
   expectExactly("files saved by renaming that were missed or mixed", mixed, "answers", 0);
-  expectExactly("files rewritten in place that were shown as they never were", foreign, "answers", 0);
+  expectExactly("files rewritten in place that were shown half old and half new", foreign, "answers", 0);
 }
 
 }  // namespace

@@ -63,9 +63,9 @@ TEST(HugeFile, OfNothingButZerosIsPassedOverAtOnce) {
   const double more = peak(besideHuge) - peak(besideSmall);
   EXPECT_EQ(besideHuge.finish(), quietEnding);
   EXPECT_EQ(besideSmall.finish(), quietEnding);
-  expectAtMost("search beside an empty file of 1 GiB", medianRatio(times[0], times[1]),
+  expectAtMost("search of a journal with an x.md of 1 GiB of zeros", medianRatio(times[0], times[1]),
                "x beside a small one", 1.2);
-  expectAtMost("peak memory for it", more, "MiB more", 4);
+  expectAtMost("additional peak memory for that file", more, "MiB more", 4);
 }
 
 class HugeEntry : public testing::Test {
@@ -104,7 +104,7 @@ TEST_F(HugeEntry, IsSearchedInSomeTimesWhatReadingItTakes) {
   const double memory = peak(server);
   EXPECT_EQ(server.finish(), quietEnding);
   expectAtMost("search of an entry of 200 MB", medianRatio(times[0], times[1]), "x reading it", 12);
-  expectAtMost("peak memory of the search", memory, "MiB", 450);
+  expectAtMost("peak memory of that search", memory, "MiB", 450);
 }
 
 TEST_F(HugeEntry, IsShownInSomeTimesWhatCopyingItTakes) {

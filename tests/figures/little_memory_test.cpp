@@ -76,7 +76,7 @@ TEST_F(LittleMemory, LeavesEveryRequestAnsweredOrUnansweredAndTheNextOneServed) 
   }
   expectExactly("messages answered after large ones, with 16 MiB of address space left", served_, "messages",
                 sent);
-  expectExactly("replies torn meanwhile", torn_, "replies", 0);
+  expectExactly("torn replies meanwhile", torn_, "replies", 0);
   EXPECT_GT(answered_, sent / 5);
   EXPECT_GT(unanswered_, sent / 5) << "there was nearly always enough memory";
   EXPECT_TRUE(answersPing(server_));

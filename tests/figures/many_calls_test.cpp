@@ -9,7 +9,7 @@
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
 
-// A server that lives for weeks grows by nothing.
+// A server that runs for weeks doesn't grow.
 
 namespace halvane {
 namespace {
@@ -45,8 +45,8 @@ TEST_F(ManyCalls, TakeNeitherMemoryNorFileHandles) {
   const double before = memory();
   const std::size_t files = openFiles(server_.id());
   callEveryTool(1000);
-  expectAtMost("memory gained by 1,000 searches, lists and reads", memory() - before, "MiB", 0.2);
-  expectExactly("file handles gained by them",
+  expectAtMost("growth of memory over 1,000 searches, lists and reads", memory() - before, "MiB", 0.2);
+  expectExactly("growth of open file handles over them",
                 static_cast<double>(openFiles(server_.id())) - static_cast<double>(files), "handles", 0);
   EXPECT_EQ(server_.finish(), quietEnding);
 }
@@ -57,7 +57,7 @@ TEST_F(ManyCalls, AfterALongLineHaveItsMemoryAgain) {
   server_.send(R"({"id":1,"method":"ping","params":")" + std::string(32 << 20, 'x') + "\"}");
   EXPECT_TRUE(server_.receive());
   callEveryTool(10);
-  expectAtMost("memory kept of a line of 32 MiB", memory() - before, "MiB", 8);
+  expectAtMost("memory kept after a line of 32 MiB", memory() - before, "MiB", 8);
   EXPECT_EQ(server_.finish(), quietEnding);
 }
 

@@ -44,7 +44,7 @@ TEST(ManyFiles, InOneFolderAreSearchedInTheTimeThatReadingThemTakes) {
   EXPECT_EQ(server.finish(), quietEnding);
   expectAtMost("search of 100,000 files in one folder", medianRatio(times[0], times[1]), "x reading them",
                1.25);
-  expectAtMost("peak memory of that", peak, "MiB", 80);
+  expectAtMost("peak memory of that search", peak, "MiB", 80);
 }
 
 }  // namespace

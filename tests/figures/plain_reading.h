@@ -5,8 +5,8 @@
 
 namespace halvane {
 
-/// Reads every file in `folder` to its end, as whoever searches them must: lists the folder, opens each file,
-/// reads until a read returns nothing, closes. The count of bytes.
+/// Reads every file in `folder` to its end, as every search must: lists the folder, opens each file, reads
+/// until a read returns nothing, and closes it. Returns the number of bytes.
 std::size_t readFilesIn(const std::string& folder);
 
 /// Reads the file at `path` to its end, and drops it. The count of bytes.

@@ -23,7 +23,7 @@
 namespace halvane {
 namespace {
 
-// In a process of its own: there is no way back out of it.
+// In a child process, because no process can leave the sandbox again.
 double secondsToEnter() {
   return std::stod(inChildProcess([] {
     const Stopwatch watch;
@@ -53,7 +53,7 @@ TEST(SandboxFigures, ItCostsAFractionOfTheLeastThatAProgramCosts) {
   expectAtMost("entering the sandbox", medianRatio(times[0], times[1]), "x the start of hello world", 0.1);
 }
 
-// Of the processor's time, in a process of its own
+// Processor time, in a child process
 double secondsToRead(const std::string& folder, bool inSandbox) {
   return std::stod(inChildProcess([&] {
     if (inSandbox) sandbox::enterReadOnly();

@@ -84,7 +84,7 @@ TEST_F(VanishedClient, HasItsLastMessagesServed) {
   for (int message = 0; message < messages; ++message) server.send(search_);
   vanish(server);
   EXPECT_EQ(server.finish(), quietEnding);
-  expectExactly("messages served that a vanished client had sent", static_cast<double>(opened.count()) / 2,
+  expectExactly("messages handled that a vanished client had sent", static_cast<double>(opened.count()) / 2,
                 "messages", messages);
 }
 
@@ -101,7 +101,7 @@ TEST_F(VanishedClient, ThatOnlyDoesNotListenKeepsTheServerAndCostsNothing) {
   server.send(search_);
   EXPECT_EQ(server.finish(), quietEnding);
   EXPECT_EQ(opened.count(), 2U * 11U) << "the last one was sent when nobody listened any more";
-  expectAtMost("processor time in a second in which nobody listens", used.count(), "ms", 1);
+  expectAtMost("processor time used in a second without a listener", used.count(), "ms", 1);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-// What somebody might do who has taken over a process.
+// What an attacker might do who has taken over a process.
 
 namespace halvane {
 
@@ -36,7 +36,7 @@ struct Act {
   Deed deed;
 };
 
-/// One for each thing that the page on security says is refused. Each can be done by root on Linux 6.18.
+/// One for each refusal in the page on security. On Linux 6.18, root can do each of them.
 std::span<const Act> allActs();
 
 }  // namespace halvane

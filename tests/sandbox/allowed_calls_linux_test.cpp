@@ -31,8 +31,8 @@ namespace {
 
 using Arguments = std::array<unsigned long, 5>;
 
-// A call that carries this as its sixth argument is never made. Where the sandbox lets it through it answers
-// `letThrough`, so that every call there is can be tried.
+// A call that carries this as its sixth argument is never made. If the sandbox lets it through, it answers
+// `letThrough`. So every call can be tried.
 constexpr unsigned long trial = 0x7E57;
 constexpr int letThrough = 4000;
 

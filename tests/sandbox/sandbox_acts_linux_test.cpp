@@ -22,8 +22,8 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
 
-// Each act is done in a process of its own: outside the sandbox, where it must succeed, then inside, then
-// with each of the two locks alone.
+// Does each act in a child process: outside the sandbox, where it must succeed, then inside, then with each
+// of the two locks alone.
 
 namespace halvane {
 

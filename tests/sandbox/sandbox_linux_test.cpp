@@ -37,7 +37,7 @@ std::string outcome(const Act& act) {
   return act() >= 0 ? "done" : strerrorname_np(errno);
 }
 
-// What becomes of `act` in a process of its own, a sandboxed one, after `before` was done in it.
+// The result of `act` in a sandboxed child process that has first done `before`.
 std::string outcomeInside(
     const Act& act, const std::function<void()>& before = [] {}) {
   return inChildProcess([&] {

@@ -9,8 +9,8 @@
 
 #include "search/folding.h"
 
-// The forms are what the fast search looks for: one that is missing is an entry that is never found. So each
-// statement here is held against every code point there is.
+// The fast search looks for these forms. If one is missing, an entry is never found. So each statement here
+// is checked for every code point.
 
 namespace halvane {
 namespace {

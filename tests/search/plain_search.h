@@ -8,8 +8,8 @@
 namespace halvane {
 
 /// The judge of TextSearch: the same search in the plainest and slowest way. It cuts the body wherever a
-/// match may begin or end, folds every piece with ICU's own functions, and compares whatever stands between
-/// any two cuts with the folded query.
+/// match may begin or end, folds every piece with ICU's functions, and compares the text between any two cuts
+/// with the folded query.
 std::optional<TextMatch> plainSearch(std::string_view query, std::string_view body, LetterI letterI);
 
 }  // namespace halvane

@@ -13,7 +13,7 @@
 #include "tests/search/plain_search.h"
 #include "text/text.h"
 
-// The search against a plain judge, on texts made by chance and on every code point.
+// Compares the search with a plain judge, on random texts and on every code point.
 
 namespace halvane {
 namespace {
@@ -24,7 +24,8 @@ std::string shown(const std::optional<TextMatch>& match) {
 
 using namespace std::string_view_literals;
 
-// Each rich in one kind of trouble. They are short, so that texts made of them have matches.
+// Each has many characters with one kind of trouble. The alphabets are short, so texts made of them have
+// matches.
 const std::array<std::u32string_view, 16> alphabets = {
     U"aAbB\n ",
     U"etaoinshrdluETAOINSHRDLU ,.",

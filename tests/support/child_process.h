@@ -5,12 +5,13 @@
 
 namespace halvane {
 
-/// What `work` returns when it runs in a process of its own, a copy of this one: what it changes there
-/// (limits, the user, signal handlers) ends with it. Throws when that process doesn't live to return it.
+/// Runs `work` in a child process, a copy of this one, and returns its result. Limits, the user and signal
+/// handlers that `work` changes end with that process. Throws when that process dies before it returns a
+/// result.
 std::string inChildProcess(const std::function<std::string()>& work);
 
-/// Makes this process, when it is root's, an ordinary user's for good: files without permissions are then as
-/// closed to it as to anybody. For use in a child process.
+/// If root runs this process, makes it an ordinary user's for good: then it can't read files without
+/// permission either. For use in a child process.
 void becomeOrdinaryUser();
 
 }  // namespace halvane

@@ -4,7 +4,7 @@
 
 namespace halvane {
 
-// What file systems make of names. A Mac's takes text alone, and takes é for the same however it is spelt.
+// How file systems treat names. That of a Mac takes only text, and takes both forms of é for the same.
 
 /// Whether temporary folders take a file called `name`, raw bytes.
 bool takesName(std::string_view name);

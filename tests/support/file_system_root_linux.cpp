@@ -6,7 +6,8 @@
 namespace halvane {
 
 bool takeAsRoot(const std::string& path) {
-  if (geteuid() != 0 && unshare(CLONE_NEWUSER) != 0) return false;  // anybody is root of a world of their own
+  if (geteuid() != 0 && unshare(CLONE_NEWUSER) != 0)
+    return false;  // in a new user namespace, anybody is root
   return chroot(path.c_str()) == 0 && chdir("/") == 0;
 }
 

@@ -15,18 +15,17 @@ struct RefusedCall {
   std::optional<std::uint32_t> value = std::nullopt;
 };
 
-/// For a child process: from here on its kernel refuses `calls`, to it and to what it becomes. Throws where
-/// the kernel takes no filter.
+/// For a child process: from now on, its kernel refuses `calls`, to this process and to the program that it
+/// becomes. Throws when the kernel offers no filter.
 void refuseCalls(const std::vector<RefusedCall>& calls);
 
 /// The version of this kernel's Landlock; 0 where it has none.
 long versionOfLandlock();
 
-/// What to refuse for a kernel without Landlock, as one from before 2021.
+/// The calls to refuse to imitate a kernel without Landlock, such as one from before 2021.
 std::vector<RefusedCall> callsOfLandlock();
 
-/// What to refuse for a kernel that takes no filter of system calls, such as one that a container allows
-/// none.
+/// The calls to refuse to imitate a kernel without filters of system calls, as in some containers.
 std::vector<RefusedCall> callsOfFilters();
 
 }  // namespace halvane

@@ -52,7 +52,7 @@ TEST(Characters, AreWhatAPersonSeesAsOne) {
   }
 }
 
-// Where ICU sees characters begin, asked for the whole text at once.
+// Where characters begin, as ICU finds them in the whole text at once.
 std::vector<std::size_t> icuBoundariesOf(const std::string& text) {
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::BreakIterator> breaks(

@@ -97,7 +97,7 @@ TEST(Utf8, AmongAllSequencesOfUpToThreeBytesExactlyThoseMadeOfCharactersAreWellF
 TEST(Utf8, EverySequenceOfUpToThreeBytesIsRepairedLikeIcuDoes) {
   for (unsigned first = 0; first < 256; ++first) {
     for (unsigned second = 0; second < 256; ++second) {
-      // A letter ends whatever is unfinished, so that many sequences can be told apart in one text.
+      // A letter ends an unfinished sequence, so one text can contain many of them.
       std::string bytes = {byte(first), 'x', byte(first), byte(second), 'x'};
       for (unsigned third = 0; third < 256; ++third) {
         bytes.append({byte(first), byte(second), byte(third), 'x'});

@@ -18,7 +18,7 @@ std::string wordsFor(const std::string& moment) {
 
 enum class Clock { ofLocale, twelveHours, twentyFourHours };
 
-// Makes this the locale of the user of `home`, and the clock that they want instead of its own.
+// Makes this the locale of the user of `home`, and sets 12 or 24 hours in place of the locale's.
 void set(const TemporaryHome& home, const std::string& locale, Clock clock) {
   std::string value = "<string>" + locale + "</string>";
   if (clock == Clock::twelveHours) value += "<key>AppleICUForce12HourTime</key><true/>";

@@ -228,7 +228,7 @@ TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
     EXPECT_EQ(textsOfPropertyList(list), std::nullopt) << testing::PrintToString(list);
 }
 
-// What a library of others writes, and what becomes of it when bytes are changed by chance.
+// Lists that another library writes, unchanged and with random bytes changed.
 TEST(BinaryPropertyList, SurvivesChangesByChance) {
   plist_t list = plist_new_dict();
   plist_dict_set_item(list, "journalRoot", plist_new_string("/j"));

@@ -6,9 +6,8 @@
 
 namespace halvane {
 
-/// A conversation as a file tells it, line by line. Those in tests/wire/conversations can be held on every
-/// system, those in tests/wire/conversations_linux take what only Linux has: another clock, certain
-/// variables.
+/// A conversation as a file tells it, line by line. Those in tests/wire/conversations work on every system.
+/// Those in tests/wire/conversations_linux need another clock or certain variables, which only Linux has.
 ///
 ///     # words for the reader
 ///     file: Documents/Halvane/a.md     a file below the home directory, with the lines that follow as its
@@ -17,7 +16,7 @@ namespace halvane {
 ///     copy: examples                   a folder of this project whose content the home directory starts with
 ///     locale: de_DE                    the user's locale
 ///     zone: Europe/Berlin              the user's time zone
-///     env: LANG=de_DE.UTF-8            a variable of the server's environment, which else has HOME and PATH
+///     env: LANG=de_DE.UTF-8            a variable for the server, which otherwise has only HOME and PATH
 ///     home: Zoë's home                 what the home directory is called
 ///     folder: Documents                the server's current folder, below the home directory
 ///     clock: 2025-11-10T10:00:00Z      the time at which the server's clock stands still

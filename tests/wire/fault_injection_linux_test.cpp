@@ -129,8 +129,7 @@ class FaultInjection : public testing::TestWithParam<FallibleCall> {
     if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer makes more system calls";
     if (!hasTracer()) GTEST_SKIP() << "there is no strace here";
     home_.setJournalRoot(primarySuite, "~/Documents/Halvane");
-    // The one and the other line are longer than the server reads at once, so that it can also fail in their
-    // midst.
+    // Both lines are longer than the server reads at once, so reading can also fail half-way.
     const std::string padding(150000, 'x');
     for (const char* name : {"a.md", "b.md", "2099/c.md"}) {
       const std::string body = "The harbour." + (*name == 'b' ? "\n" + padding : "");

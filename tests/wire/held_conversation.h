@@ -9,7 +9,7 @@ namespace halvane {
 /// The names, without extension, of the conversations in `folder` of this project, in their order.
 std::vector<std::string> conversationsIn(const std::filesystem::path& folder);
 
-/// Holds the conversation in the file at `path` with a server and a home of its own, line by line, and sees
+/// Holds the conversation in the file at `path` with a new server and a new home, line by line, and checks
 /// that it goes as written.
 void holdConversation(const std::filesystem::path& path);
 

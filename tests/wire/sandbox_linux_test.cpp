@@ -19,7 +19,7 @@
 #include "tests/wire/server_process.h"
 #include "tests/wire/tracer.h"
 
-// What the kernel holds the running server to, and what the server does in fact.
+// What the kernel refuses the running server, and what the server does.
 
 namespace halvane {
 namespace {

@@ -13,7 +13,7 @@
 
 namespace halvane {
 
-/// What a server finds when it starts: as little as a client gives it, and what the test adds.
+/// The surroundings in which a server starts: as little as a client gives it, and what the test adds.
 struct Surroundings {
   /// The home directory of its user; none when empty.
   std::string home = {};
