@@ -26,10 +26,11 @@ const journal = join(home, 'Documents/Halvane');
 rmSync(join(journal, 'packing list.md'));  // the one file that is not an entry
 writeFileSync(join(home, '.gitconfig'), '[safe]\n\tdirectory = *\n');  // the source may be another user's
 
-// Nothing else of this shell's environment counts. The person has not added the folder into which they install to PATH.
-const kept = Object.entries(process.env).filter(([name]) => /^(PATH|TMPDIR|CCACHE_DIR|.*_proxy)$/i.test(name));
-const cache = join(process.env.HOME ?? '/', '.cache/ccache');
-const env = { ...(existsSync(cache) && { CCACHE_DIR: cache }), ...Object.fromEntries(kept), HOME: home };
+// Only PATH and what the machine needs are kept of this shell's environment. The person has not added the folder into which
+// they install to PATH. Files that this machine has compiled before are not compiled again.
+const kept = Object.entries(process.env).filter(([name]) => /^(PATH|TMPDIR|.*_proxy)$/i.test(name));
+const { status: noCache, stdout: cache } = spawnSync('ccache', ['--get-config', 'cache_dir'], { encoding: 'utf8' });
+const env = { ...Object.fromEntries(kept), HOME: home, ...(noCache === 0 && { CCACHE_DIR: cache.trim() }) };
 
 function run(command) {
   return spawnSync('bash', ['-c', command], { cwd: copy, env, encoding: 'utf8' });

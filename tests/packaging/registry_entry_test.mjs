@@ -1,4 +1,4 @@
-// The entry for the registry of MCP servers, held against what that registry asks for.
+// Checks that the entry for the registry of MCP servers meets that registry's rules.
 //   node registry_entry_test.mjs PACKAGES
 
 import assert from 'node:assert/strict';

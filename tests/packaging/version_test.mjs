@@ -24,10 +24,15 @@ test('In the changelog it comes first after the unreleased changes', () => {
   assert.deepEqual(headings.slice(0, 2), ['Unreleased', version]);
 });
 
-test('The changelog sorts changes by the kinds that Keep a Changelog has', () => {
-  const kinds = [...read(source, 'CHANGELOG.md').matchAll(/^### (.*)/gm)].map(([, kind]) => kind);
-  assert.ok(kinds.length > 0);
-  for (const kind of kinds) assert.match(kind, /^(Added|Changed|Deprecated|Removed|Fixed|Security)$/);
+test('The changelog sorts the changes of each version by the kinds of Keep a Changelog, in their order', () => {
+  const order = ['Added', 'Changed', 'Deprecated', 'Removed', 'Fixed', 'Security'];
+  const kindsOf = (text) => [...text.matchAll(/^### (.*)/gm)].map(([, kind]) => kind);
+  const [, ...versions] = read(source, 'CHANGELOG.md').split(/^## /m);
+  assert.ok(versions.some((text) => kindsOf(text).length > 0));
+  for (const text of versions) {
+    const kinds = kindsOf(text);
+    assert.deepEqual(kinds, order.filter((kind) => kinds.includes(kind)));
+  }
 });
 
 test('The bundle has it, in its name and in its manifest', () => {
