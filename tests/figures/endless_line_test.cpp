@@ -48,8 +48,8 @@ TEST(EndlessLine, TakesLittleMoreThanToBeMoved) {
   };
   const std::vector<Times> times = takeTurns({server, cat}, 7);
   expectAtMost("reading 256 MiB without a line end", medianRatio(times[0], times[1]), "x cat", 8);
-  expectAtMost("peak memory for that line", static_cast<double>(peak) / (mebibytes * mebibyte),
-               "x their size", 2);
+  expectAtMost("peak memory for that line", static_cast<double>(peak) / (mebibytes * mebibyte), "x its size",
+               2);
 }
 
 }  // namespace

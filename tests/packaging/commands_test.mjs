@@ -118,6 +118,13 @@ test('The preferences that docs/configuration.md shows move the journal', { skip
   assert.match(report, /: 1\n/);
 });
 
+test('The conversation that CONTRIBUTING.md shows goes as shown', () => {
+  const lines = contributing.blocks('text')[0].split('\n');
+  const linesAfter = (sign) => lines.filter((line) => line.startsWith(sign)).map((line) => line.slice(2) + '\n').join('');
+  assert.notEqual(linesAfter('> '), '');
+  assert.equal(type(`~/.local/bin/halvane_mcp <<'END'\n${linesAfter('> ')}END`), linesAfter('< '));
+});
+
 test('The command that removes the program leaves no file of it', { skip: whyNot(removal) }, () => {
   assert.match(readFileSync(join(copy, 'build/release/install_manifest.txt'), 'utf8'), /bin\/halvane_mcp/);
   type(removal);
