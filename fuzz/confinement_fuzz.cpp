@@ -20,7 +20,7 @@
 #include "text/utf8.h"
 #include "tools/read_entry.h"
 
-// That read_entry opens nothing but the settings and what lies, as text, below the journal. The input is a
+// That read_entry opens nothing but the settings, the journal and what lies, as text, below it. The input is a
 // digit for one of several homes, and the path; in it $HOME and $JOURNAL stand for the folders of that home.
 
 namespace halvane {
@@ -66,8 +66,14 @@ struct Home {
     makeLink(journal + "/link", folder.below("elsewhere/linked"));
   }
 
+  // Whether `path` is the journal's or below it. The folder itself is opened on the way to what has a longer path
+  // than the system takes at once.
+  bool isInJournal(const std::string& path) const {
+    return path == journal || path.starts_with(journal + "/");
+  }
+
   bool mayOpen(const std::string& path) const {
-    if (path.starts_with(journal + "/") || path.starts_with(zones)) return true;
+    if (isInJournal(path) || path.starts_with(zones)) return true;
     for (const std::string_view suite : {primarySuite, legacySuite}) {
       if (path == folder.below(".config/" + std::string(suite) + ".plist")) return true;
     }
@@ -149,7 +155,7 @@ std::string absolute(const Home& home, const std::string& path) {
 void checkOpened(const Home& home, const std::vector<std::string>& opened, bool refused) {
   for (const std::string& path : opened) {
     mustHold(home.mayOpen(path), ("nothing is opened outside the journal, not " + path).c_str());
-    if (!path.starts_with(home.journal + "/")) continue;
+    if (!home.isInJournal(path)) continue;
     mustHold(!refused, "nothing is opened for a refused path");
     mustHold(std::filesystem::path(path).lexically_normal() == path,
              "a path without .. is opened, so that no link can lead it elsewhere");
