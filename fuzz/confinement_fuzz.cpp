@@ -20,8 +20,9 @@
 #include "text/utf8.h"
 #include "tools/read_entry.h"
 
-// That read_entry opens nothing but the settings, the journal and what lies, as text, below it. The input is a
-// digit for one of several homes, and the path; in it $HOME and $JOURNAL stand for the folders of that home.
+// That read_entry opens nothing but the settings, the journal and what lies, as text, below it. The input is
+// a digit for one of several homes, and the path; in it $HOME and $JOURNAL stand for the folders of that
+// home.
 
 namespace halvane {
 namespace {
@@ -66,8 +67,8 @@ struct Home {
     makeLink(journal + "/link", folder.below("elsewhere/linked"));
   }
 
-  // Whether `path` is the journal's or below it. The folder itself is opened on the way to what has a longer path
-  // than the system takes at once.
+  // Whether `path` is the journal's or below it. The folder itself is opened on the way to what has a longer
+  // path than the system takes at once.
   bool isInJournal(const std::string& path) const {
     return path == journal || path.starts_with(journal + "/");
   }
