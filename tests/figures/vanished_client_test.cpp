@@ -12,9 +12,9 @@
 
 #include "bench/rounds.h"
 #include "tests/figures/figure.h"
+#include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"

@@ -4,13 +4,13 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
+#include "tests/support/wait_until.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
-#include "tests/wire/wait_until.h"
 
 // Replies that can't be written are lost without a word, and the server goes on until its input ends.
 

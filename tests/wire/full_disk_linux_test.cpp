@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "tests/support/temporary_folder.h"
+#include "tests/support/wait_until.h"
 #include "tests/support/written_file.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/own_system.h"
 #include "tests/wire/server_process.h"
-#include "tests/wire/wait_until.h"
 
 namespace halvane {
 namespace {

@@ -3,9 +3,9 @@
 #include <chrono>
 #include <thread>
 
+#include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/preload.h"
 #include "tests/wire/server_process.h"

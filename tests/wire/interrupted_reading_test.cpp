@@ -7,8 +7,8 @@
 #include <functional>
 #include <thread>
 
+#include "tests/support/asleep.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <map>
 
+#include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/server_process.h"
 

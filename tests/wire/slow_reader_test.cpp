@@ -7,12 +7,12 @@
 #include <chrono>
 #include <thread>
 
+#include "tests/support/asleep.h"
 #include "tests/support/temporary_home.h"
-#include "tests/wire/asleep.h"
+#include "tests/support/wait_until.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"
-#include "tests/wire/wait_until.h"
 
 // A client that asks for more than it reads: the pipe for the replies is full, and the server waits.
 

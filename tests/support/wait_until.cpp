@@ -1,4 +1,4 @@
-#include "tests/wire/wait_until.h"
+#include "tests/support/wait_until.h"
 
 #include <chrono>
 #include <thread>

@@ -1,10 +1,10 @@
-#include "tests/wire/asleep.h"
+#include "tests/support/asleep.h"
 
 #include <cstdio>
 #include <stdexcept>
 #include <string>
 
-#include "tests/wire/wait_until.h"
+#include "tests/support/wait_until.h"
 
 namespace halvane {
 namespace {

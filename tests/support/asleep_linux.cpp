@@ -1,11 +1,11 @@
-#include "tests/wire/asleep.h"
+#include "tests/support/asleep.h"
 
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
 
-#include "tests/wire/wait_until.h"
+#include "tests/support/wait_until.h"
 
 namespace halvane {
 namespace {
