@@ -107,7 +107,7 @@ Answer callDoctor(const Call& call) {
   return {status, contentOf(output.get()), contentOf(errors.get())};
 }
 
-Answer callDoctorAtTerminal(const Call& call) {
+Answer callDoctorAtTerminal(const Call& call, const AtTerminal& meanwhile) {
   const Program program(programFor(call));
   const int terminal = openTerminal();
   const pid_t process = fork();
@@ -116,6 +116,7 @@ Answer callDoctorAtTerminal(const Call& call) {
     sitDownAt(terminal);
     becomeDoctor(program, call);
   }
+  meanwhile(process, terminal);
   std::string output;
   std::array<char, 4096> block;
   // The reading ends with an error when the last process at the terminal has ended.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,7 +30,11 @@ struct Answer {
 /// Runs the real doctor as a child process, with files for its streams.
 Answer callDoctor(const Call& call);
 
+/// What a person does at a terminal while the doctor runs: `keyboard` takes what is typed.
+using AtTerminal = std::function<void(pid_t doctor, int keyboard)>;
+
 /// The same at a terminal, where output and errors come as one.
-Answer callDoctorAtTerminal(const Call& call);
+Answer callDoctorAtTerminal(
+    const Call& call, const AtTerminal& meanwhile = [](pid_t, int) {});
 
 }  // namespace halvane

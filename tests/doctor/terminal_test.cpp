@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "tests/doctor/doctor_process.h"
+#include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
@@ -53,12 +58,35 @@ TEST_F(ManyFiles, MakeALineOfProgressThatGoesAgain) {
   EXPECT_EQ(given.status, 0);
 }
 
-TEST(ManyFolders, MakeProgressWithoutAFile) {
-  const TemporaryHome home;
-  for (int count = 0; count < 1100; ++count) makeFolder(home.journal() + "/" + std::to_string(count));
-  const Answer given = callDoctorAtTerminal({.home = home.path()});
+class ManyFolders : public testing::Test {
+ protected:
+  ManyFolders() {
+    for (int count = 0; count < 1100; ++count) makeFolder(home_.journal() + "/" + std::to_string(count));
+  }
+  const TemporaryHome home_;
+};
+
+TEST_F(ManyFolders, MakeProgressWithoutAFile) {
+  const Answer given = callDoctorAtTerminal({.home = home_.path()});
   EXPECT_TRUE(given.output.starts_with("\r" + escape + "[KFolders: 1000, files read: 0, Ctrl-C stops"))
       << given.output.substr(0, 200);
+}
+
+// Stops the output of the terminal, as Ctrl-S does: the doctor then waits in the midst of its walk, with its
+// line of progress. What would outlive Ctrl-C, the alarm ends.
+void stopOutput() {
+  tcflow(STDOUT_FILENO, TCOOFF);
+  alarm(60);
+}
+
+TEST_F(ManyFolders, AreLeftAtCtrlC) {
+  const Answer given =
+      callDoctorAtTerminal({.home = home_.path(), .before = stopOutput}, [](pid_t doctor, int keyboard) {
+        EXPECT_TRUE(waitUntilAsleep(doctor));
+        EXPECT_EQ(write(keyboard, "\x03", 1), 1);
+      });
+  EXPECT_EQ(given.status, -SIGINT);
+  EXPECT_FALSE(given.says("halvane_doctor ")) << "no report of half a journal";
 }
 
 TEST_F(ManyFiles, MakeNoProgressInAFile) {
