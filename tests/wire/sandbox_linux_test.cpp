@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -83,18 +84,30 @@ std::optional<Call> readCall(const std::string& line) {
               line.substr(result + 3)};
 }
 
-// All that the server calls, from the moment it begins to read its input, as the tracer with `-y` shows it:
-// with the path of each descriptor.
-std::vector<Call> callsAfterTheStart(const std::string& trace) {
+// All system calls in a trace, as the tracer with `-y` shows them: with the path of each descriptor.
+std::vector<Call> callsIn(const std::string& trace) {
   std::ifstream lines(trace);
   std::vector<Call> calls;
   for (std::string line; std::getline(lines, line);) {
-    const std::optional<Call> call = readCall(line);
-    if (!call) continue;
-    if (calls.empty() && !(call->name == "read" && call->arguments.starts_with("0<"))) continue;
-    calls.push_back(*call);
+    if (const std::optional<Call> call = readCall(line)) calls.push_back(*call);
   }
   return calls;
+}
+
+bool entersTheSandbox(const Call& call) {
+  return call.name == "prctl" && call.arguments.starts_with("PR_SET_NO_NEW_PRIVS");
+}
+
+bool readsTheInput(const Call& call) {
+  return call.name == "read" && call.arguments.starts_with("0<");
+}
+
+// The path that a call of any kind names first; empty when it names none.
+std::string namedPath(const Call& call) {
+  const std::size_t begin = call.arguments.find('"');
+  if (call.name == "getrandom" || begin == std::string::npos) return "";
+  const std::string text = call.arguments.substr(begin + 1, call.arguments.find('"', begin + 1) - begin - 1);
+  return text.starts_with("/") ? text : "";
 }
 
 // The path that an openat(2) was for: the folder's own and the name in quotation marks.
@@ -151,13 +164,29 @@ class TracedServer : public testing::Test {
         {.home = home_.path(), .before = [&] { becomeTracer(trace, {"-y"}, {"HOME=" + home_.path()}); }});
     holdWholeConversation(server, entry);
     EXPECT_EQ(server.finish(), quietEnding);
-    calls_ = callsAfterTheStart(trace);
+    const std::vector<Call> all = callsIn(trace);
+    const auto sandbox = std::find_if(all.begin(), all.end(), entersTheSandbox);
+    start_.assign(all.begin(), sandbox);
+    calls_.assign(std::find_if(sandbox, all.end(), readsTheInput), all.end());
     ASSERT_GT(calls_.size(), 50U);
   }
 
   const TemporaryHome home_;
-  std::vector<Call> calls_;
+  std::vector<Call> start_;  // from the program's first moment until it enters the sandbox
+  std::vector<Call> calls_;  // from the moment when it begins to read its input
 };
+
+TEST_F(TracedServer, NamesNoFileButItsOwnBeforeItEntersTheSandbox) {
+  ASSERT_FALSE(start_.empty());
+  EXPECT_EQ(start_.front().name, "execve");
+  for (auto call = start_.begin() + 1; call != start_.end(); ++call) {
+    const std::string path = namedPath(*call);
+    const bool isLibrary = !HALVANE_STATIC && path.find(".so") != std::string::npos;
+    EXPECT_TRUE(path.empty() || path == "/proc/self/exe" || isLibrary) << call->name << ": " << path;
+    EXPECT_TRUE(HALVANE_STATIC == 0 || !call->name.starts_with("open")) << call->name << ": " << path;
+    EXPECT_NE(call->name, "socket");
+  }
+}
 
 TEST_F(TracedServer, CallsNothingButWhatReadingAndAnsweringTakes) {
   const std::map<std::string, std::string> allowed = documentedCalls();
