@@ -60,7 +60,6 @@ void Cost::mustCover(std::uint64_t taken, std::size_t bytes) const {
 
 }  // namespace halvane
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's and the compiler's
 extern "C" {
 
 #define HALVANE_COUNTED(name, type)           \
@@ -92,4 +91,3 @@ int __wrap_openat(int folder, const char* path, int flags, ...) {
 }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier)
