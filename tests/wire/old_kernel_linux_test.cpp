@@ -32,7 +32,7 @@ TEST(ServerOnAnOldKernel, SearchesListsAndReads) {
                         .variables = {"LC_ALL=en_US.UTF-8", "TZ=UTC"},
                         .before = refuseWhatCameAfterLinux4_4});
   EXPECT_EQ(askTool(server, "search_entries", R"({"query":"harbour"})"),
-            "[Nov 3, 2099 at 9:14 AM] " + path + "\nWalked to the harbour.");
+            "[Nov 3, 2099 at 9:14 AM] " + path + "\n…Walked to the harbour.…");
   EXPECT_EQ(askTool(server, "list_recent", "{}"), "[Nov 3, 2099 at 9:14 AM] Walked to the harbour.\n" + path);
   EXPECT_NE(askTool(server, "read_entry", "{\"path\":" + jsonString(path) + "}").find("Walked"),
             std::string::npos);
