@@ -8,5 +8,5 @@ if(NOT CMAKE_CXX_COMPILER)
   set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
 endif()
 set(CMAKE_CXX_COMPILER_TARGET aarch64-linux-gnu)  # clang++ asks
-set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64-static)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64)
 set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/aarch64-linux-gnu/pkgconfig:/usr/share/pkgconfig)
