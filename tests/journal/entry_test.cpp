@@ -82,10 +82,11 @@ TEST(FirstLine, DoesNotEndAtALineFeedAfterACarriageReturn) {
   struct Case {
     std::string body, firstLine;
   };
-  for (const Case& c : {Case{"one\r\ntwo\nthree", "one\r\ntwo"}, Case{"one\r\ntwo", "one\r\ntwo"},
-                        Case{"one\r\n\ntwo", "one\r\n"}, Case{"one\r\r\ntwo\nthree", "one\r\r\ntwo"},
-                        Case{"one\rtwo\nthree", "one\rtwo"}, Case{"one\n\rtwo", "one"},
-                        Case{"one\u2028two\u0085three\nfour", "one\u2028two\u0085three"}}) {
+  for (const Case& c :
+       {Case{"one\r\ntwo\nthree", "one\r\ntwo"}, Case{"one\r\ntwo", "one\r\ntwo"},
+        Case{"one\r\n\ntwo", "one\r\n"}, Case{"one\r\ntwo\r\n\r\nthree\nfour", "one\r\ntwo\r\n\r\nthree"},
+        Case{"one\r\r\ntwo\nthree", "one\r\r\ntwo"}, Case{"one\rtwo\nthree", "one\rtwo"},
+        Case{"one\n\rtwo", "one"}, Case{"one\u2028two\u0085three\nfour", "one\u2028two\u0085three"}}) {
     EXPECT_EQ(entryWithBody(c.body).firstLine(), c.firstLine) << testing::PrintToString(c.body);
   }
 }

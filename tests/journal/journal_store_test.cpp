@@ -206,6 +206,25 @@ TEST(JournalStore, KeepsTheNewestOfThoseThatPassATest) {
   EXPECT_EQ(newest(5, [](const EntryText&) { return false; }), Names{});
 }
 
+// Wherever the newest entries stand among the others: the more are read, the fewer are still worth keeping.
+TEST(JournalStore, KeepsTheNewestInWhateverOrderItMeetsThem) {
+  const int count = 41;
+  for (const int step : {1, 2, 3, 7, 13, 20, 29, 38, 39, 40}) {
+    const TemporaryHome home;
+    Names newestFirst(count);
+    for (int i = 0; i < count; ++i) {
+      const int minute = i * step % count;
+      writeEntry(home, twoDigits(i) + ".md", "2025-11-03T09:" + twoDigits(minute) + ":00Z");
+      newestFirst[static_cast<std::size_t>(count - 1 - minute)] = twoDigits(i) + ".md";
+    }
+    for (const std::size_t wanted : {1U, 2U, 3U, 5U, 10U, 20U, 40U}) {
+      const Names newest = namesOf(loadEntries([](const EntryText&) { return true; }, wanted), home);
+      EXPECT_EQ(newest, Names(newestFirst.begin(), newestFirst.begin() + static_cast<std::ptrdiff_t>(wanted)))
+          << "one in " << step;
+    }
+  }
+}
+
 TEST(JournalStore, KeepsManyEntriesWithEqualDatesInTheOrderOfTheWalk) {
   const TemporaryHome home;
   Names early;

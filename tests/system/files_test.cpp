@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdint>
 #include <new>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -50,6 +51,21 @@ TEST(ReadingAFile, UsesItsBufferAgain) {
   const std::size_t capacity = buffer.capacity();
   EXPECT_EQ(readFile(folder.below("short"), {}, buffer), "y");
   EXPECT_EQ(buffer.capacity(), capacity);
+}
+
+// Else a long file would be copied again for each piece that is read.
+TEST(ReadingAFile, EnlargesItsBufferInProportionToTheFile) {
+  const TemporaryFolder folder;
+  ByteBuffer buffer;
+  std::set<std::size_t> capacities;
+  for (std::size_t size = 65536; size <= 4U << 20; size += 65536) {
+    writeFile(folder.below("a.md"), "");
+    ASSERT_EQ(truncate(folder.below("a.md").c_str(), static_cast<off_t>(size)), 0);
+    ASSERT_EQ(readFile(folder.below("a.md"), {}, buffer)->size(), size);
+    capacities.insert(buffer.capacity());
+    EXPECT_LE(buffer.capacity(), 2 * size) << "no more than that either";
+  }
+  EXPECT_LE(capacities.size(), 8U) << "it doubles seven times";
 }
 
 TEST(ReadingAFile, FollowsLinks) {

@@ -9,10 +9,17 @@
 #include <ctime>
 #include <functional>
 #include <limits>
+#include <new>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "tests/support/child_process.h"
+#include "tests/support/process_limits.h"
+#include "tests/support/sanitizers.h"
 
 // Property lists as nobody's application writes them. The ordinary ones are in the tests of the preferences.
 
@@ -124,6 +131,56 @@ TEST(XmlPropertyList, IsReadInTimeInProportionToItsSize) {
     EXPECT_EQ(textsOfPropertyList(list(times * size)), journalAtJ) << c.description;
     expectProportion(list(size), list(times * size), times, c.description);
   }
+}
+
+// All the memory that this process can have, given back bit by bit.
+class HoardedMemory {
+ public:
+  HoardedMemory() {
+    limitFurtherMemory(0);
+    for (const std::size_t size : {65536, 4096, 512, 32}) {
+      while (void* const memory = std::malloc(size)) last_ = new (memory) Block{last_};
+    }
+  }
+  // The smallest block that is left; false when none is.
+  bool giveBackOne() {
+    if (last_ == nullptr) return false;
+    std::free(std::exchange(last_, last_->before));
+    return true;
+  }
+
+ private:
+  struct Block {
+    Block* before;
+  };
+  Block* last_ = nullptr;
+};
+
+// The settings would seem not to name the journal, and another folder would be taken for it.
+TEST(XmlPropertyList, IsNotTakenForNoneWhereMemoryIsShort) {
+  if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
+  const std::string folder(3000, 'j');
+  const std::string list =
+      xml("<dict><key>journalRoot</key><string>" + folder + "</string><key>other</key><true/></dict>");
+  EXPECT_EQ(inChildProcess([&]() -> std::string {
+              HoardedMemory memory;
+              bool isRead = false;
+              bool isRight = false;
+              int refusals = 0;
+              do {
+                try {
+                  const std::optional<PropertyTexts> texts = textsOfPropertyList(list);
+                  isRead = true;
+                  isRight = texts && texts->size() == 1 && texts->begin()->second == folder;
+                } catch (const std::bad_alloc&) {
+                  ++refusals;
+                }
+              } while (!isRead && memory.giveBackOne());
+              while (memory.giveBackOne()) continue;
+              if (!isRead) return "never read";
+              return (isRight ? "read" : "misread") + std::string(refusals > 10 ? " in the end" : " at once");
+            }),
+            "read in the end");
 }
 
 TEST(XmlPropertyList, MayDeclareNoEntities) {
