@@ -39,9 +39,9 @@ std::optional<FileUrl> rootWithout(const char* name, const FileUrl& root) {
   return other == root ? std::nullopt : std::optional(std::move(other));
 }
 
-// Whether the lines after the tags line list its tags one by one, as other programs allow.
+// Whether the lines after the tags line list its tags one by one, as other programs allow. `tags`, what that
+// line says, is a part of `content`.
 bool hasListBelow(std::string_view tags, std::string_view content) {
-  if (tags.data() < content.data() || tags.data() > content.data() + content.size()) return false;
   std::string_view rest =
       content.substr(static_cast<std::size_t>(tags.data() - content.data()) + tags.size());
   rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n"), rest.size()));

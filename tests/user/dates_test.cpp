@@ -104,6 +104,20 @@ TEST(InternetDateTime, AnyOtherFormIsNotRead) {
   }
 }
 
+TEST(InternetDateTime, WithAnotherCharacterInAnyPlaceIsNotRead) {
+  for (const std::string& right : {"2025-03-14T10:02:11Z"s, "2025-03-14T10:02:11+01:00"s}) {
+    for (std::size_t place = 0; place < right.size(); ++place) {
+      const bool isDigit = right[place] >= '0' && right[place] <= '9';
+      for (const char other : {'\0', ' ', ',', '.', '/', ':', ';', 'U', 't', 'z', isDigit ? '-' : '0'}) {
+        if (other == right[place]) continue;
+        std::string text = right;
+        text[place] = other;
+        EXPECT_EQ(parseInternetDateTime(text), std::nullopt) << text;
+      }
+    }
+  }
+}
+
 TEST(InternetDateTime, ATimeThatNoClockShowsIsNotRead) {
   for (const std::string& time :
        {"24:00:00Z"s, "25:00:00Z"s, "23:60:00Z"s, "23:59:60Z"s, "23:59:61Z"s, "99:99:99Z"s, "08:30:00+24:00"s,

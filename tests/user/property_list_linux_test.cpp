@@ -159,7 +159,7 @@ class HoardedMemory {
 // The settings would seem not to name the journal, and another folder would be taken for it.
 TEST(XmlPropertyList, IsNotTakenForNoneWhereMemoryIsShort) {
   if (underAddressSanitizer) GTEST_SKIP() << "the sanitizer's own memory leaves no room for a limit";
-  const std::string folder(3000, 'j');
+  const std::string folder(200000, 'j');
   const std::string list =
       xml("<dict><key>journalRoot</key><string>" + folder + "</string><key>other</key><true/></dict>");
   EXPECT_EQ(inChildProcess([&]() -> std::string {
@@ -254,6 +254,13 @@ TEST(BinaryPropertyList, HoldsNoMoreTextThanItCouldBeMeantTo) {
   const std::vector<std::string> objects = {counted(0xD, count) + references(numbers), text("a"),
                                             text(std::string(1 << 20, 'x'))};
   EXPECT_EQ(textsOfPropertyList(binary(objects)), std::nullopt);
+
+  constexpr std::size_t most = (64 << 20) - 1;  // beside the one character of the name
+  for (const std::size_t length : {most, most + 1}) {
+    const auto texts =
+        textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), text(std::string(length, 'x'))}));
+    EXPECT_EQ(texts.has_value(), length == most);
+  }
 }
 
 // One that names a long text again and again, which at its last byte turns out to be none.

@@ -68,5 +68,13 @@ TEST_F(MemoryGivenBack, AfterALargeEntry) {
   EXPECT_EQ(askTool(server_, "search_entries", R"({"query":"y"})"), "No entries match \"y\".");
 }
 
+// What was given back once, the C library takes from its own store the next time, and keeps it there.
+TEST_F(MemoryGivenBack, AfterALargeEntryThatIsReadAgain) {
+  const std::string large =
+      home_.write("large.md", EntryFile{.body = std::string(8 * mebibyte, 'x')}.text());
+  for (int time = 0; time < 3; ++time)
+    EXPECT_TRUE(askTool(server_, "read_entry", "{\"path\":" + jsonString(large) + "}").ends_with("xxx"));
+}
+
 }  // namespace
 }  // namespace halvane

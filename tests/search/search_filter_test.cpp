@@ -1,0 +1,53 @@
+#include "search/search_filter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+// Any seam of a query is right, but the rarest one rules out most of a body.
+
+namespace halvane {
+namespace {
+
+// Sees that the seam for `query` lies after so many units, between these two bytes.
+void expectSeam(std::u32string_view query, std::size_t unitsBefore, char before, char after) {
+  const std::optional<SearchFilter> filter = SearchFilter::forQuery(query, false);
+  ASSERT_TRUE(filter);
+  EXPECT_EQ(filter->unitsBefore, unitsBefore);
+  EXPECT_EQ(filter->distance, 1U);
+  EXPECT_TRUE(filter->beforeSeam.holds(static_cast<std::uint8_t>(before))) << before;
+  EXPECT_TRUE(filter->afterSeam.holds(static_cast<std::uint8_t>(after))) << after;
+}
+
+TEST(SeamOfAQuery, LiesBetweenTheRarestLetters) {
+  expectSeam(U"my xylophone", 4, 'x', 'y');
+  expectSeam(U"the jazz age", 7, 'z', 'z');
+}
+
+TEST(SeamOfAQuery, DoesNotLieBetweenLettersThatLikeToStandTogether) {
+  expectSeam(U"quz", 2, 'u', 'z');
+}
+
+TEST(SeamOfAQuery, DoesNotLieWhereThePairComesTwice) {
+  expectSeam(U"xyxye", 2, 'y', 'x');
+}
+
+TEST(SeamOfAQuery, OfASingleLetterIsThatLetterAlone) {
+  const std::optional<SearchFilter> filter = SearchFilter::forQuery(U"x", false);
+  ASSERT_TRUE(filter);
+  EXPECT_EQ(filter->distance, 0U);
+  EXPECT_EQ(filter->unitsBefore, 1U);
+  EXPECT_TRUE(filter->beforeSeam.holds('x'));
+  EXPECT_TRUE(filter->beforeSeam.holds('X'));
+  EXPECT_FALSE(filter->beforeSeam.holds('y'));
+}
+
+TEST(SeamOfAQuery, IsNotKnownForEveryQuery) {
+  EXPECT_FALSE(SearchFilter::forQuery(U"", false));
+  EXPECT_FALSE(SearchFilter::forQuery(U"i", true)) << "of which Turkish has two";
+}
+
+}  // namespace
+}  // namespace halvane
