@@ -55,6 +55,16 @@ TEST(Directory, ListsNamesInTheOrderOfTheirBytes) {
   EXPECT_EQ(namesIn(folder.path()), sorted);
 }
 
+TEST(Directory, ListsLongNamesThatBeginAlikeInTheOrderOfTheirBytes) {
+  const TemporaryFolder folder;
+  std::vector<std::string> sorted = {"1"};
+  for (const char* day : {"2025-11-03 ", "2025-11-04 "})
+    for (char hour = 'a'; hour <= 'z'; ++hour) sorted.push_back(day + std::string("in the morning, ") + hour);
+  // Neither in this order nor against it, whichever way the file system lists them
+  for (std::size_t i = 0; i < sorted.size(); ++i) writeFile(folder.below(sorted[i * 23 % sorted.size()]), "");
+  EXPECT_EQ(namesIn(folder.path()), sorted);
+}
+
 TEST(Directory, TellsEachItemsKind) {
   const TemporaryFolder folder;
   writeFile(folder.below("file"), "x");
