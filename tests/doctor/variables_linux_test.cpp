@@ -69,6 +69,7 @@ TEST_F(Variables, OfTheShellThatLeadToAnotherJournalNeedAttention) {
                  "looks in " +
                  home_.journal() + "\n"))
       << given.output;
+  EXPECT_TRUE(given.says("\n  They are kept in " + listIn("settings") + "\n")) << given.output;
   EXPECT_EQ(given.status, 1);
 }
 

@@ -228,6 +228,16 @@ TEST(BinaryPropertyList, HoldsNamesAndTexts) {
       << "half a pair of surrogates is no character";
 }
 
+TEST(BinaryPropertyList, TakesNoTextThatWouldReachBeyondItsEnd) {
+  // Of the 46 bytes from the first character on, 12 are the table's and 32 the trailer's.
+  for (const int count : {24, 40, 47}) {
+    const std::string reaching{'\x6F', '\x10', static_cast<char>(count), '\0', 'j'};
+    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), reaching})),
+              PropertyTexts{})
+        << count;
+  }
+}
+
 TEST(BinaryPropertyList, MayReferToItselfAndToTheSameAgainAndAgain) {
   std::vector<std::string> objects = {"\xD2" + references({1, 2, 3, 4}), text("journalRoot"), text("again"),
                                       text("/j")};
