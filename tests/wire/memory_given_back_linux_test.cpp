@@ -70,8 +70,7 @@ TEST_F(MemoryGivenBack, AfterALargeEntry) {
 
 // What was given back once, the C library takes from its own store the next time, and keeps it there.
 TEST_F(MemoryGivenBack, AfterALargeEntryThatIsReadAgain) {
-  const std::string large =
-      home_.write("large.md", EntryFile{.body = std::string(8 * mebibyte, 'x')}.text());
+  const std::string large = home_.write("large.md", EntryFile{.body = std::string(8 * mebibyte, 'x')}.text());
   for (int time = 0; time < 3; ++time)
     EXPECT_TRUE(askTool(server_, "read_entry", "{\"path\":" + jsonString(large) + "}").ends_with("xxx"));
 }
