@@ -26,11 +26,7 @@ class ReadAhead {
   static void announce(const Descriptor& file);
 
  private:
-  // Asking for every file would make each take up to a tenth longer.
-  bool isTimeToAsk() { return asks_ && filesRead_++ % 8 == 0; }
-
-  bool asks_ = true;  // whether some reads still ask the system if the file is in memory
-  std::size_t filesRead_ = 0;
+  bool asks_ = true;  // the system, with each first read, whether the file is in memory
   bool pays_ = false;
 };
 
