@@ -137,7 +137,7 @@ TEST(XmlPropertyList, IsReadInTimeInProportionToItsSize) {
 class HoardedMemory {
  public:
   HoardedMemory() {
-    limitFurtherMemory(0);
+    limitFurtherMemory(std::size_t{8} << 20);
     for (const std::size_t size : {65536, 4096, 512, 32}) {
       while (void* const memory = std::malloc(size)) last_ = new (memory) Block{last_};
     }

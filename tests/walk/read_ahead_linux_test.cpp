@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -11,6 +13,7 @@
 
 #include "tests/support/child_process.h"
 #include "tests/support/cold_file.h"
+#include "tests/support/lesser_kernel.h"
 #include "tests/support/process_limits.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"
@@ -48,6 +51,15 @@ std::string joined(const Lines& lines) {
 std::size_t openDescriptors() {
   const std::filesystem::directory_iterator all("/proc/self/fd");
   return static_cast<std::size_t>(std::distance(begin(all), end(all))) - 1;  // without the one that looks
+}
+
+// What `act` says in a process whose disk has never brought a file before the question for it is answered. A
+// real disk may be quick enough, now and then.
+std::string fromSlowDisk(const std::function<std::string()>& act) {
+  return inChildProcess([&] {
+    refuseCalls({{SYS_preadv2, EAGAIN}});
+    return act();
+  });
 }
 
 class ColdFiles : public testing::Test {
@@ -99,7 +111,7 @@ TEST_F(ColdFiles, AreAllToldHoweverFewDescriptorsThereAre) {
   const std::string warm = joined(toldWarm());
   for (const int descriptors : {3, 4, 5, 6, 8, 13, 34, 36}) {
     ASSERT_TRUE(forgetFilesBelow(folder_.path()));
-    EXPECT_EQ(inChildProcess([&] {
+    EXPECT_EQ(fromSlowDisk([&] {
                 limitFurtherDescriptors(descriptors);
                 return joined(told(folder_.path()));
               }),
@@ -115,15 +127,16 @@ TEST_F(ColdFiles, TakeMoreDescriptorsThanThoseInMemoryButNotMany) {
     told(folder_.path(), [&](std::string_view) { most = std::max(most, openDescriptors() - before); });
     return most;
   };
-  const std::size_t cold = mostDuringAWalk();
+  const std::size_t cold = std::stoul(fromSlowDisk([&] { return std::to_string(mostDuringAWalk()); }));
   EXPECT_GT(cold, 16U);
   EXPECT_LE(cold, 40U);
+  mostDuringAWalk();
   EXPECT_LE(mostDuringAWalk(), 3U) << "in memory";
   EXPECT_EQ(openDescriptors(), before);
 }
 
 TEST_F(ColdFiles, LeaveDescriptorsToOthersWhereThereAreFew) {
-  EXPECT_EQ(inChildProcess([&] {
+  EXPECT_EQ(fromSlowDisk([&] {
               limitFurtherDescriptors(8);
               std::size_t refused = 0;
               const Lines lines = told(folder_.path(), [&](std::string_view) {
