@@ -84,6 +84,18 @@ TEST(TextSearch, FoldsCaseInFull) {
               {"i\u0307", "İ", "[0, 2)"}});
 }
 
+// Beside a rare letter, which is what the search looks for first
+TEST(TextSearch, FindsLettersThatTheBodyHasInOneCharacter) {
+  expectEach({{"qfi", "a q\uFB01", "[2, 6)"},
+              {"qffi", "a q\uFB03", "[2, 6)"},
+              {"qss", "a q\u00DF", "[2, 5)"},
+              {"qst", "a q\uFB06", "[2, 6)"},
+              {"fiq", "a \uFB01q", "[2, 6)"},
+              {"ffiq", "a \uFB03q", "[2, 6)"},
+              {"ssq", "a \u00DFq", "[2, 5)"},
+              {"stq", "a \uFB06q", "[2, 6)"}});
+}
+
 TEST(TextSearch, NeverMatchesAPartOfWhatOneCharacterFoldsTo) {
   expectEach({{"s", "ß", "nothing"},
               {"s", "ßs", "[2, 3)"},
