@@ -100,6 +100,8 @@ TEST(JsonNumbers, AreWholeByTheirExactDecimalValue) {
            Case{"0e9", 0},
            Case{"0e400", 0},
            Case{"0e-400", 0},
+           Case{"-0e400", 0},
+           Case{"-0e-400", 0},
            Case{"0.0e999999999", 0},
            Case{"9223372036854775807", INT64_MAX},
            Case{"9223372036854775807.0", INT64_MAX},
