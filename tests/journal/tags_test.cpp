@@ -132,6 +132,11 @@ TEST(CanonicalTag, DeletesWhatIsNoLetterMarkDigitOrHyphenWithoutATrace) {
               {"a\0b"s, "ab"}});
 }
 
+TEST(CanonicalTag, HasNoOtherSignThanTheHyphen) {
+  for (const char sign : "!\"#$%&'()*+,./:;<=>?@[\\]^`{|}~"s)
+    EXPECT_EQ(Entry::normalizeTag("a"s + sign + "0"), "a0") << sign;
+}
+
 TEST(CanonicalTag, SeparatesWordsAtWhiteSpaceAndUnderlines) {
   expectEach({{"a\tb", "a-b"},
               {"a\nb", "a-b"},
