@@ -89,6 +89,22 @@ TEST_F(MemoryRefused, ForAFileLeavesTheWholeCallUnanswered) {
   EXPECT_EQ(server.finish(), quietEnding);
 }
 
+// The first entry is so large that the C library takes smaller blocks from a store of its own from then on.
+TEST_F(MemoryRefused, LeavesTheServerNothingOfWhatTheMessageTook) {
+  ServerProcess server(surroundings());
+  const auto isAnswered = [&](std::size_t size) {
+    const std::string path = home_.write("large.md", EntryFile{.body = std::string(size, 'x')}.text());
+    server.send(toolCall("read_entry", "{\"path\":" + jsonString(path) + "}"));
+    return answerBefore(server).has_value();
+  };
+  ASSERT_TRUE(isAnswered(24 * mebibyte));
+  const std::size_t before = residentMemory(server.id());
+  allowMore(server, 24 * mebibyte);
+  EXPECT_FALSE(isAnswered(12 * mebibyte));
+  EXPECT_LE(residentMemory(server.id()), before + mebibyte);
+  EXPECT_EQ(server.finish(), quietEnding);
+}
+
 // However little there is: an answer is the right one or none, and once there is memory again all is well.
 class HardlyAnyMemory : public MemoryRefused, public testing::WithParamInterface<const char*> {
  protected:
