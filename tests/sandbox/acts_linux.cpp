@@ -226,7 +226,11 @@ const Act acts[] = {
 
     // The system
     {"Mount", refused, 1,
-     [](const Scene& s) -> long { return mount("none", s.subfolder.c_str(), "tmpfs", 0, nullptr); }},
+     [](const Scene& s) -> long {
+       const int outcome = mount("none", s.subfolder.c_str(), "tmpfs", 0, nullptr);
+       if (outcome == 0) umount2(s.subfolder.c_str(), MNT_DETACH);
+       return outcome;
+     }},
     {"Chroot", refused, never, [](const Scene&) -> long { return chroot("/"); }},
     {"Unshare", refused, never, [](const Scene&) -> long { return unshare(CLONE_NEWUSER); }},
     {"Setns", refused, never,
