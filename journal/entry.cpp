@@ -85,7 +85,6 @@ std::size_t std::hash<halvane::Entry>::operator()(const halvane::Entry& entry) c
   hasher.feed(entry.editedAt);
   hasher.feed(entry.cleanupModel);
   hasher.feed(entry.language);
-  hasher.feed(std::uint64_t{entry.tags.size()});
   for (const std::string& tag : entry.tags) hasher.feed(tag);
   hasher.feed(entry.body);
   return static_cast<std::size_t>(hasher.result());

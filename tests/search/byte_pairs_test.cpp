@@ -15,6 +15,8 @@
 namespace halvane {
 namespace {
 
+using namespace std::string_view_literals;
+
 ByteSet setOf(std::string_view bytes) {
   ByteSet set;
   for (const char byte : bytes) EXPECT_TRUE(set.add(static_cast<std::uint8_t>(byte)));
@@ -41,7 +43,7 @@ TEST(BytePairs, AreFoundAtEveryPlaceInBlocksOfEverySize) {
   const std::vector<ByteSet> sets = {setOf("k"), setOf("kK"), setOf("kK\xAA"), setOf("sS\xBF\x9E\x9F")};
   for (int i = 0; i < 20'000; ++i) {
     std::string body;
-    const std::string_view letters = "abcdefgk\xAA\x9ES";
+    const std::string_view letters = "abcdefgk\xAA\x9ES\0"sv;
     for (std::size_t length = 70 + chance() % 300; body.size() < length;)
       body += chance() % 9 == 0 ? letters[chance() % letters.size()] : 'x';
     const ByteSet& first = sets[chance() % sets.size()];

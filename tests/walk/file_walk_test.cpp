@@ -187,6 +187,15 @@ TEST(Walk, OfARootThatIsMissingOrNoFolderOrClosedShowsNothing) {
   ASSERT_EQ(chmod(folder.below("closed").c_str(), 0700), 0);
 }
 
+TEST(Walk, OfARootThatIsMissingShowsNoFolderEither) {
+  const TemporaryFolder folder;
+  int shown = 0;
+  readFilesBelow(
+      folder.below("missing"), ".md", {}, [&](std::string_view, std::string_view) { ++shown; },
+      [&](std::string_view) { ++shown; }, [&](std::string_view, const Directory&) { ++shown; });
+  EXPECT_EQ(shown, 0);
+}
+
 TEST(Walk, OfAnEmptyRootShowsNothing) {
   const TemporaryFolder folder;
   EXPECT_EQ(walked(folder.path()), Names{});
