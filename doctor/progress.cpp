@@ -28,7 +28,7 @@ void Progress::countFile() {
   if (++files_ % many == 0) show();
 }
 
-void Progress::show() {
+void Progress::show() const {
   if (!isSeen_) return;
   writeWhole(STDERR_FILENO, clearLine + ("Folders: " + std::to_string(folders_)) +
                                 ", files read: " + std::to_string(files_) + ", Ctrl-C stops");

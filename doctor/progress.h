@@ -21,7 +21,7 @@ class Progress {
   void countFile();
 
  private:
-  void show();
+  void show() const;
 
   bool isSeen_;
   std::size_t folders_ = 0;

@@ -138,7 +138,7 @@ class HoardedMemory {
  public:
   HoardedMemory() {
     limitFurtherMemory(std::size_t{8} << 20);
-    for (const std::size_t size : {65536, 4096, 512, 32}) {
+    for (const std::size_t size : {65536U, 4096U, 512U, 32U}) {
       while (void* const memory = std::malloc(size)) last_ = new (memory) Block{last_};
     }
   }

@@ -109,7 +109,7 @@ TEST_F(ColdFiles, AmongOthersInMemoryAreToldInTheSameOrder) {
 
 TEST_F(ColdFiles, AreAllToldHoweverFewDescriptorsThereAre) {
   const std::string warm = joined(toldWarm());
-  for (const int descriptors : {3, 4, 5, 6, 8, 13, 34, 36}) {
+  for (const std::size_t descriptors : {3U, 4U, 5U, 6U, 8U, 13U, 34U, 36U}) {
     ASSERT_TRUE(forgetFilesBelow(folder_.path()));
     EXPECT_EQ(fromSlowDisk([&] {
                 limitFurtherDescriptors(descriptors);
