@@ -18,11 +18,10 @@
 namespace halvane {
 namespace {
 
-constexpr EntryText::Value EntryText::*values[] = {&EntryText::durationSeconds, &EntryText::cleaned,
-                                                   &EntryText::edited,          &EntryText::cleanupModel,
-                                                   &EntryText::language,        &EntryText::tags};
+constexpr std::string_view keys[] = {"duration_seconds", "cleaned",  "edited",
+                                     "cleanup_model",    "language", "tags"};
 
-std::optional<std::string> textOf(const EntryText::Value& value) {
+std::optional<std::string> copyOf(const std::optional<std::string_view>& value) {
   return value ? std::optional<std::string>(*value) : std::nullopt;
 }
 
@@ -30,31 +29,30 @@ void checkValues(const EntryText& text, std::string_view file) {
   mustHold(isUtf8(file), "only a file in UTF-8 is an entry");
   mustHold(isUtf8(text.body), "the body is cut between characters");
   mustHold(trimWhitespacesAndNewlines(text.body) == text.body, "the body has no white space at its ends");
-  for (const auto value : values) {
-    if (!(text.*value)) continue;
-    mustHold(isUtf8(*(text.*value)), "a value is cut between characters");
-    mustHold((text.*value)->find('\n') == std::string_view::npos, "a value is on one line");
-    mustHold(trimWhitespacesButNewlines(*(text.*value)) == *(text.*value),
-             "a value has no blanks at its ends");
+  for (const std::string_view key : keys) {
+    const std::string_view value = text.value(key).value_or("");
+    mustHold(isUtf8(value), "a value is cut between characters");
+    mustHold(value.find('\n') == std::string_view::npos, "a value is on one line");
+    mustHold(trimWhitespacesButNewlines(value) == value, "a value has no blanks at its ends");
   }
 }
 
 // What was read, written as a file and read again, is the same.
 void checkReadAgain(const EntryText& text) {
   EntryFile file;
-  file.durationSeconds = textOf(text.durationSeconds);
-  file.cleaned = textOf(text.cleaned);
-  file.edited = textOf(text.edited);
-  file.cleanupModel = textOf(text.cleanupModel);
-  file.language = textOf(text.language);
-  file.tags = textOf(text.tags);
+  file.durationSeconds = copyOf(text.value("duration_seconds"));
+  file.cleaned = copyOf(text.value("cleaned"));
+  file.edited = copyOf(text.value("edited"));
+  file.cleanupModel = copyOf(text.value("cleanup_model"));
+  file.language = copyOf(text.value("language"));
+  file.tags = copyOf(text.value("tags"));
   file.body = text.body;
   const std::string written = file.text();
   const EntryReading again = EntryText::read(written);
   mustHold(static_cast<bool>(again), "an entry that is written as a file is an entry");
   mustHold(again->body == text.body, "the body that was written is read again");
-  for (const auto value : values)
-    mustHold((*again).*value == text.*value, "a value that was written is read again");
+  for (const std::string_view key : keys)
+    mustHold(again->value(key) == text.value(key), "a value that was written is read again");
 }
 
 // Whatever stands below a front matter is the body.
@@ -67,7 +65,8 @@ void checkBody(const std::string& body) {
 
 void checkEntry(const EntryText& text, const Entry& entry) {
   mustHold(entry.body == text.body && entry.date == text.date, "body and date are those of the file");
-  mustHold(entry.cleanupModel == textOf(text.cleanupModel) && entry.language == textOf(text.language),
+  mustHold(entry.cleanupModel == copyOf(text.value("cleanup_model")) &&
+               entry.language == copyOf(text.value("language")),
            "model and language are those of the file");
   for (const std::string& tag : entry.tags) {
     mustHold(looksCanonical(tag), "every tag is canonical");

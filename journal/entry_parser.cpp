@@ -1,8 +1,8 @@
 #include "journal/entry_parser.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <utility>
 
 #include "system/files.h"
 #include "text/text.h"
@@ -11,48 +11,57 @@
 namespace halvane {
 namespace {
 
+using Value = std::optional<std::string_view>;
+
 constexpr std::string_view delimiter = "---";
 
 // Takes the first line off `text`, without its line feed.
 std::string_view takeLine(std::string_view& text) {
-  const std::size_t end = std::min(text.find('\n'), text.size());
+  const std::size_t end = text.find('\n');
+  if (end == std::string_view::npos) return std::exchange(text, {});
   const std::string_view line = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
+  text.remove_prefix(end + 1);
   return line;
 }
 
-struct Key {
-  std::string_view name;
-  EntryText::Value EntryText::*value;
+// A line of the front matter, taken apart at its first colon.
+struct Line {
+  std::string_view key;    // trimmed; empty where there is no colon
+  std::string_view value;  // not trimmed
 };
 
-constexpr std::array<Key, 6> keys = {{{"duration_seconds", &EntryText::durationSeconds},
-                                      {"cleaned", &EntryText::cleaned},
-                                      {"edited", &EntryText::edited},
-                                      {"cleanup_model", &EntryText::cleanupModel},
-                                      {"language", &EntryText::language},
-                                      {"tags", &EntryText::tags}}};
-
-// One line of the front matter. Of a key that occurs twice the last value counts.
-void readLine(std::string_view line, EntryText& entry, EntryText::Value& date) {
+Line takeApart(std::string_view line) {
   const std::size_t colon = line.find(':');
-  if (colon == std::string_view::npos) return;
-  const std::string_view name = trimWhitespacesButNewlines(line.substr(0, colon));
-  const std::string_view value = trimWhitespacesButNewlines(line.substr(colon + 1));
-  if (name == "date") date = value;
-  for (const Key& key : keys) {
-    if (name == key.name) entry.*key.value = value;
-  }
+  if (colon == std::string_view::npos) return {};
+  return {trimWhitespacesButNewlines(line.substr(0, colon)), line.substr(colon + 1)};
 }
 
-// Takes the front matter off `rest`, and the line that closes it. False when it has no end.
-bool takeFrontMatter(std::string_view& rest, EntryText& entry, EntryText::Value& date) {
+Value trimmed(Value value) {
+  if (value) value = trimWhitespacesButNewlines(*value);
+  return value;
+}
+
+// What is read of every entry: its front matter, and the values of two keys. Of a key that occurs twice the
+// last value counts.
+struct FrontMatter {
+  std::string_view lines;
+  Value date, tags;
+};
+
+// Takes the front matter off `rest`, and the line that closes it. Nothing when it has no end.
+std::optional<FrontMatter> takeFrontMatter(std::string_view& rest) {
+  FrontMatter matter{rest, {}, {}};
   while (!rest.empty()) {
-    const std::string_view line = takeLine(rest);
-    if (line == delimiter) return true;
-    readLine(line, entry, date);
+    const std::string_view text = takeLine(rest);
+    if (text == delimiter) {
+      matter.lines = {matter.lines.begin(), text.begin()};
+      return matter;
+    }
+    const Line line = takeApart(text);
+    if (line.key == "date") matter.date = line.value;
+    if (line.key == "tags") matter.tags = line.value;
   }
-  return false;
+  return std::nullopt;
 }
 
 // Whether `text` has a line with the delimiter and a carriage return, as on Windows.
@@ -75,7 +84,7 @@ std::int64_t parseInteger(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? number : 0;
 }
 
-std::optional<std::string> copyOf(const std::optional<std::string_view>& text) {
+std::optional<std::string> copyOf(const Value& text) {
   return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
@@ -89,17 +98,24 @@ EntryReading EntryText::read(std::string_view file) {
     return hasWindowsDelimiter(opening) ? Refusal::carriageReturns : Refusal::noFrontMatter;
   }
   const std::string_view afterOpening = rest;
-  EntryText entry;
-  Value date;
-  if (!takeFrontMatter(rest, entry, date)) {
+  const std::optional<FrontMatter> matter = takeFrontMatter(rest);
+  if (!matter) {
     return hasWindowsDelimiter(afterOpening) ? Refusal::carriageReturns : Refusal::noClosingLine;
   }
+  const Value date = trimmed(matter->date);
   if (!date) return Refusal::noDate;
   const std::optional<Instant> moment = parseInternetDateTime(*date);
   if (!moment) return date->ends_with('\r') ? Refusal::carriageReturns : Refusal::badDate;
-  entry.date = *moment;
-  entry.body = trimWhitespacesAndNewlines(rest);
-  return entry;
+  return EntryText{*moment, trimmed(matter->tags), matter->lines, trimWhitespacesAndNewlines(rest)};
+}
+
+Value EntryText::value(std::string_view key) const {
+  Value last;
+  for (std::string_view rest = frontMatter; !rest.empty();) {
+    const Line line = takeApart(takeLine(rest));
+    if (line.key == key) last = line.value;
+  }
+  return trimmed(last);
 }
 
 bool EntryText::hasTag(std::string_view tag) const {
@@ -111,11 +127,11 @@ Entry EntryText::entry(const FileUrl& fileURL) const {
   entry.id = fileURL.text();
   entry.url = fileURL;
   entry.date = date;
-  entry.durationSeconds = parseInteger(durationSeconds.value_or(""));
-  entry.cleaned = cleaned == "true";
-  if (edited) entry.editedAt = parseInternetDateTime(*edited);
-  entry.cleanupModel = copyOf(cleanupModel);
-  entry.language = copyOf(language);
+  entry.durationSeconds = parseInteger(value("duration_seconds").value_or(""));
+  entry.cleaned = value("cleaned") == "true";
+  if (const Value edited = value("edited")) entry.editedAt = parseInternetDateTime(*edited);
+  entry.cleanupModel = copyOf(value("cleanup_model"));
+  entry.language = copyOf(value("language"));
   if (tags) entry.tags = Entry::parseTags(*tags);
   entry.body = body;
   return entry;

@@ -29,15 +29,17 @@ class EntryReading;
 /// The parts of an entry as views of its file's bytes, valid as long as those bytes. Most entries are only
 /// looked at and passed over, so nothing is copied.
 struct EntryText {
-  using Value = std::optional<std::string_view>;
-
   Instant date;
-  /// The values of the other keys, trimmed but not yet read; nothing where a key is missing.
-  Value durationSeconds, cleaned, edited, cleanupModel, language, tags;
+  std::optional<std::string_view> tags;  // the value of "tags"; a search may ask each entry for it
+  std::string_view frontMatter;          // the lines between its delimiters
   std::string_view body;
 
   /// Reads an entry file's raw bytes: gives the parts, or the first reason why the file is not an entry.
   static EntryReading read(std::string_view file);
+
+  /// The value of `key` in the front matter, trimmed but not yet read: the last one where the key occurs more
+  /// than once. Nothing where it doesn't occur.
+  std::optional<std::string_view> value(std::string_view key) const;
 
   /// Whether one of the entry's tags is the canonical tag `tag`.
   bool hasTag(std::string_view tag) const;

@@ -20,8 +20,14 @@ char32_t previousCodePoint(std::string_view text, std::size_t& position) {
   return nextCodePoint(text, next);
 }
 
+// No set of white space has one of these.
+bool isVisibleAscii(char byte) {
+  return byte > ' ' && byte < '\x7F';
+}
+
 template <typename InSet>
 std::string_view trim(std::string_view text, InSet inSet) {
+  if (!text.empty() && isVisibleAscii(text.front()) && isVisibleAscii(text.back())) return text;
   const auto isAsciiSpace = [inSet](char byte) {
     return isAscii(byte) && inSet(static_cast<char32_t>(byte));
   };
