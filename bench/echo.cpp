@@ -1,5 +1,4 @@
-// The least that answering lines costs a C++ program: what is read is written, each line before the next is
-// read.
+// The least that answering lines costs a C++ program: it writes each line back before it reads the next.
 #include <iostream>
 #include <string>
 

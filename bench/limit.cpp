@@ -1,8 +1,7 @@
-// What reading the files alone costs, and so the least that any search of them can cost: the program walks
-// the folder named by its argument and reads every .md file in it, once for each line that it is sent, and
-// answers with the sum of all bytes. With --in-sandbox it does so inside the server's sandbox. Four system
-// calls a file (open, read, read nothing, close) and four a folder; names are not sorted, nothing is parsed,
-// nothing is kept.
+// Reading the files alone: the least that any search of them can cost. For each line on standard input, the
+// program walks the folder that its argument names, reads every .md file in it, and answers with the sum of
+// all bytes. With --in-sandbox it does so inside the server's sandbox. It makes four system calls a file
+// (open, read, read nothing, close) and four a folder. It sorts no names, parses nothing and keeps nothing.
 #include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -21,11 +20,11 @@
 
 namespace {
 
-// Holds the largest file whole, as a program must that searches it.
+// Holds the largest file whole, as a search does.
 constexpr std::size_t bufferSize = std::size_t{16} << 20;
 using Word = std::uint64_t;
 
-// Touches every byte. The last word may reach beyond the end of the file, into what the buffer held before.
+// Touches every byte.
 Word sumOf(std::span<const Word> words) {
   Word sum = 0;
   for (const Word word : words) sum += word;
@@ -79,7 +78,7 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   if (inSandbox) halvane::sandbox::enterReadOnly();
-  // One word more than is read into, for the zeros after the last byte.
+  // With one more word, for the zeros after the last byte.
   const auto memory = std::make_unique_for_overwrite<Word[]>(bufferSize / sizeof(Word) + 1);
   const std::span<Word> buffer(memory.get(), bufferSize / sizeof(Word));
   std::string line;

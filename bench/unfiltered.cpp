@@ -1,5 +1,5 @@
 // Becomes the program that its arguments name, on a kernel that takes no filter of system calls. Valgrind
-// lives in the process that it watches, and needs more calls than reading and answering does.
+// runs in the process that it watches, and needs calls that the server's filter refuses.
 #include <unistd.h>
 
 #include <exception>

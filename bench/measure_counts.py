@@ -1,0 +1,65 @@
+"""System calls and user instructions. They are the same on every machine: a check can fail when they grow.
+
+Each is counted in a run with one search and in a run with two. The difference is one search without the start.
+"""
+
+import re
+
+import goals
+from child import Child
+from languages import ENGLISH
+from measurement import Measurement, search_line
+
+
+def measurements():
+    yield Measurement("calls", True, _measure_calls)
+    yield Measurement("instructions", True, _measure_instructions)
+
+
+def _measure_calls(run):
+    """Three journals tell apart what entries, folders and the search itself take.
+
+    The two larger ones have the same folders, the smallest has fewer.
+    """
+
+    def count_for(entries):
+        journal = run.journals.english(entries)
+        notes = run.journals.cache / "calls.txt"
+        strace = ["strace", "-f", "-c", "-U", "calls,name", "-o", notes]
+        calls = _count_of_one(strace, notes, r"(\d+) total", ENGLISH.common.query, journal, run)
+        return entries, journal.folders(), calls
+
+    tiny, small, large = map(count_for, (100, 1_000, 10_000))
+    per_entry = (large[2] - small[2]) / (large[0] - small[0])
+    for_folders = small[2] - tiny[2] - per_entry * (small[0] - tiny[0])
+    # To the tenth: now and then the allocator adds a call.
+    run.report.add(goals.CALLS_PER_ENTRY, "calls", round(per_entry, 1))
+    run.report.add(goals.CALLS_PER_FOLDER, "calls", round(for_folders / (small[1] - tiny[1]), 1))
+
+
+def _measure_instructions(run):
+    entries = 10_000
+    journal = run.journals.english(entries)
+    notes = run.journals.cache / "instructions.txt"
+    # The one of valgrind's tools that writes nothing but its log, which is open from the start. The server gives up
+    # opening files for writing (by Landlock, where it gets no filter), and valgrind is in the same process.
+    valgrind = [run.programs / "bench_unfiltered", "valgrind", "--tool=lackey", "--basic-counts=yes",
+                f"--log-file={notes}"]  # fmt: skip
+    count = _count_of_one(valgrind, notes, r"guest instrs: *([\d,]+)", ENGLISH.rare.query, journal, run)
+    run.report.add(goals.INSTRUCTIONS, "instructions", count / entries)
+
+
+def _count_of_one(counter, notes, count_in_notes, query, journal, run):
+    """What `counter`, a command that runs the server and counts, finds in the file `notes` for one search."""
+
+    def count_of(searches):
+        with Child([*counter, run.server], journal.home) as server:
+            for _ in range(searches):
+                server.ask(search_line(query))
+            server.finish()
+        return int(re.search(count_in_notes, notes.read_text())[1].replace(",", ""))
+
+    # A search that isn't counted comes first: a file that is not in memory takes another system call.
+    with run.start_server(journal) as server:
+        server.ask(search_line(query))
+    return count_of(2) - count_of(1)
