@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "bench/rounds.h"
 #include "tests/figures/figure.h"
+#include "tests/figures/rounds.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"

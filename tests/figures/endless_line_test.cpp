@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "bench/rounds.h"
 #include "tests/figures/figure.h"
+#include "tests/figures/rounds.h"
 #include "tests/support/temporary_home.h"
 #include "tests/wire/server_process.h"
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "bench/rounds.h"
 #include "tests/figures/figure.h"
 #include "tests/figures/plain_reading.h"
+#include "tests/figures/rounds.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
 #include "tests/wire/messages.h"

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "bench/rounds.h"
 #include "tests/figures/figure.h"
 #include "tests/figures/plain_reading.h"
+#include "tests/figures/rounds.h"
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/written_file.h"

@@ -10,8 +10,8 @@
 #include <thread>
 #include <vector>
 
-#include "bench/rounds.h"
 #include "tests/figures/figure.h"
+#include "tests/figures/rounds.h"
 #include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"

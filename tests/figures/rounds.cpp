@@ -1,4 +1,4 @@
-#include "bench/rounds.h"
+#include "tests/figures/rounds.h"
 
 #include <algorithm>
 #include <cstddef>
