@@ -4,10 +4,8 @@ import hashlib
 import statistics
 import sys
 import unittest
-from pathlib import Path
 
 sys.dont_write_bytecode = True
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "bench"))
 
 from journals import TAG, files  # noqa: E402
 from languages import CJK, ENGLISH, MIXED  # noqa: E402

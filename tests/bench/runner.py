@@ -18,7 +18,7 @@ from journals import Journals
 from measurement import Run
 from report import Report
 
-BUILD = Path(__file__).resolve().parent.parent / "build/bench"
+BUILD = Path(__file__).resolve().parents[2] / "build/bench"
 
 
 def options():
@@ -35,7 +35,7 @@ def options():
         help="the program under test instead of this build's",
     )  # fmt: skip
     parser.add_argument(
-        "--cache", type=Path, default=BUILD / "bench/journals", metavar="FOLDER",
+        "--cache", type=Path, default=BUILD / "journals", metavar="FOLDER",
         help="where the journals are written and found again",
     )  # fmt: skip
     parser.add_argument("--list", action="store_true", help="the names of the measurements")
@@ -71,7 +71,7 @@ def main():
     wanted.cache.mkdir(parents=True, exist_ok=True)
     today = int(time.time()) // 86400
     rounds = wanted.rounds or (9 if wanted.quick else 15)
-    run = Run(wanted.server.resolve(), BUILD / "bench", Journals(wanted.cache.resolve(), today), rounds, Report())
+    run = Run(wanted.server.resolve(), BUILD / "tests/bench", Journals(wanted.cache.resolve(), today), rounds, Report())
     gc.disable()  # a collection would fall into some contestant's time
     for number, measurement in enumerate(measurements, start=1):
         print(f"[{number}/{len(measurements)}] {measurement.name}", file=sys.stderr)
