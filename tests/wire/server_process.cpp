@@ -56,7 +56,8 @@ const char* programFor(const Surroundings& surroundings) {
 }
 
 [[noreturn]] void becomeServer(const Program& program, const Surroundings& surroundings) {
-  std::signal(SIGPIPE, SIG_DFL);
+  // What this process ignores, the server would ignore too: a shell's background ignores SIGINT, for example.
+  for (int signal = 1; signal < NSIG; ++signal) std::signal(signal, SIG_DFL);
   try {
     if (chdir(surroundings.currentFolder.c_str()) != 0) throw std::runtime_error("no current folder");
     if (surroundings.before) surroundings.before();
