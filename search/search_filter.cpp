@@ -41,9 +41,10 @@ std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
   return set;
 }
 
-// Of a query with very many letters, we consider only the first ones. There is a good seam among them, and
-// counting all seams would take more than linear time.
-constexpr std::size_t maxConsidered = 1024;
+// Of a query with more letters, we consider only the first ones: counting all seams would take more than
+// linear time. The limit is high, because the one good seam may come late: "abab...abc" in a body of
+// "abab...".
+constexpr std::size_t maxConsidered = 16384;
 
 // How often each seam, a letter and the next one, occurs among the letters that we consider.
 using SeamCounts = std::map<std::u32string_view, unsigned>;

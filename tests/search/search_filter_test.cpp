@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 // Any seam of a query is right, but the rarest one rules out most of a body.
@@ -32,6 +33,14 @@ TEST(SeamOfAQuery, DoesNotLieBetweenLettersThatLikeToStandTogether) {
 
 TEST(SeamOfAQuery, DoesNotLieWhereThePairComesTwice) {
   expectSeam(U"xyxye", 2, 'y', 'x');
+}
+
+// Wherever else it lay, a body that repeats the query's pieces would have it at every other byte.
+TEST(SeamOfAQuery, LiesWhereALongRepetitionEnds) {
+  std::u32string query;
+  for (int i = 0; i < 4000; ++i) query += U"ab";
+  expectSeam(query + U"c", 8000, 'b', 'c');
+  expectSeam(query + U"c" + query, 8000, 'b', 'c');
 }
 
 TEST(SeamOfAQuery, OfASingleLetterIsThatLetterAlone) {
