@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/json.hpp>
 #include <boost/json/basic_parser_impl.hpp>
+#include <boost/system/error_code.hpp>
 #include <cstdint>
 #include <stdexcept>
 #include <utility>
@@ -27,7 +28,7 @@ struct CanonicalWriter {
   static constexpr std::size_t max_array_size = static_cast<std::size_t>(-1);
   static constexpr std::size_t max_key_size = static_cast<std::size_t>(-1);
   static constexpr std::size_t max_string_size = static_cast<std::size_t>(-1);
-  using error_code = boost::json::error_code;
+  using error_code = boost::system::error_code;
   using string_view = boost::json::string_view;
 
   std::vector<std::string> finished;
@@ -113,7 +114,7 @@ std::optional<std::string> canonicalJson(std::string_view json) {
   boost::json::parse_options options;
   options.max_depth = 1000;
   boost::json::basic_parser<CanonicalWriter> parser(options);
-  boost::json::error_code error;
+  boost::system::error_code error;
   const std::size_t used = parser.write_some(false, json.data(), json.size(), error);
   if (error.failed() || used != json.size()) return std::nullopt;
   return parser.handler().finished.at(0);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <string_view>
 
 #include "tests/support/entry_file.h"
 #include "tests/support/property_list.h"
@@ -19,8 +20,10 @@ namespace {
 
 // A binary property list: a dictionary with `value` as the journal's folder.
 std::string binaryListOf(plist_t value) {
-  const plist_t list = plist_new_dict();
-  plist_dict_set_item(list, "lastLaunch", plist_new_date(700000000, 0));
+  constexpr std::string_view others =
+      "<plist><dict><key>lastLaunch</key><date>2023-03-08T20:26:40Z</date></dict></plist>";
+  plist_t list = nullptr;
+  plist_from_xml(others.data(), static_cast<std::uint32_t>(others.size()), &list);
   plist_dict_set_item(list, "journalRoot", value);
   char* bytes = nullptr;
   std::uint32_t size = 0;
