@@ -3,9 +3,9 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
-#include <termios.h>
 
 #include <asm/ioctls.h>
+#include <asm/termbits.h>
 #include <array>
 #include <cstdint>
 
@@ -61,6 +61,9 @@ constexpr std::array allowedCalls = {
     AllowedCall{SYS_ppoll},
     AllowedCall{SYS_restart_syscall},
     withCommand(SYS_ioctl, 1, TCGETS),
+#ifdef TCGETS2
+    withCommand(SYS_ioctl, 1, TCGETS2),
+#endif
     // Memory, none of it to be run
     AllowedCall{SYS_brk},
     withFlags(SYS_mmap, 2, PROT_READ | PROT_WRITE),
