@@ -15,6 +15,10 @@ struct RefusedCall {
   std::optional<std::uint32_t> value = std::nullopt;
 };
 
+/// Whether this kernel offers a filter of system calls. qemu doesn't when it runs a program for another
+/// processor.
+bool canRefuseCalls();
+
 /// For a child process: from now on, its kernel refuses `calls`, to this process and to the program that it
 /// becomes. Throws when the kernel offers no filter.
 void refuseCalls(const std::vector<RefusedCall>& calls);

@@ -32,6 +32,10 @@ void append(std::vector<sock_filter>& program, const RefusedCall& call) {
 
 }  // namespace
 
+bool canRefuseCalls() {
+  return prctl(PR_GET_SECCOMP) >= 0;
+}
+
 void refuseCalls(const std::vector<RefusedCall>& calls) {
   std::vector<sock_filter> program;
   for (const RefusedCall& call : calls) append(program, call);

@@ -1,11 +1,15 @@
 #include "tests/support/process_limits.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <fstream>
 #include <stdexcept>
+#include <string>
+
+#include "tests/support/child_process.h"
 
 namespace halvane {
 namespace {
@@ -14,6 +18,10 @@ constexpr const char* ownMemory = "/proc/self/statm";
 
 void check(bool done) {
   if (!done) throw std::runtime_error("can't set a limit");
+}
+
+bool isGiven(std::size_t bytes) {
+  return mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) != MAP_FAILED;
 }
 
 }  // namespace
@@ -26,7 +34,11 @@ void limitFurtherDescriptors(std::size_t count) {
 }
 
 bool canLimitMemory() {
-  return access(ownMemory, R_OK) == 0;
+  if (access(ownMemory, R_OK) != 0) return false;
+  return inChildProcess([] {
+           limitFurtherMemory(16 << 20);
+           return std::string(isGiven(64 << 20) ? "given" : "refused");
+         }) == "refused";
 }
 
 void limitFurtherMemory(std::size_t bytes) {

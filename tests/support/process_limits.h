@@ -8,7 +8,8 @@ namespace halvane {
 /// process.
 void limitFurtherDescriptors(std::size_t count);
 
-/// Whether the system lets a process have less memory than there is: a Mac doesn't.
+/// Whether the system lets a process have less memory than there is. A Mac doesn't, and neither does qemu
+/// when it runs a program for another processor.
 bool canLimitMemory();
 
 /// Lets this process have no more than about `bytes` of further memory. For use in a child process.
