@@ -23,7 +23,8 @@ constexpr std::uint64_t bindOrConnectTcp = 1ULL << 0 | 1ULL << 1;
 constexpr std::uint64_t reachOutsideSocketsAndProcesses = 1ULL << 0 | 1ULL << 1;
 
 // Each version of the interface knows more rights, and refuses a ruleset with others. We leave out the rights
-// to read files and folders, so these stay.
+// to read files and folders, so these stay. Any ruleset that handles files also refuses to move them into
+// another folder (LANDLOCK_ACCESS_FS_REFER).
 Ruleset allThatVersionKnows(long version) {
   Ruleset ruleset{LANDLOCK_ACCESS_FS_EXECUTE | LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_REMOVE_DIR |
                       LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_CHAR |
@@ -31,7 +32,6 @@ Ruleset allThatVersionKnows(long version) {
                       LANDLOCK_ACCESS_FS_MAKE_SOCK | LANDLOCK_ACCESS_FS_MAKE_FIFO |
                       LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM,
                   0, 0};
-  if (version >= 2) ruleset.files |= LANDLOCK_ACCESS_FS_REFER;
   if (version >= 3) ruleset.files |= truncateFile;
   if (version >= 4) ruleset.network = bindOrConnectTcp;
   if (version >= 5) ruleset.files |= controlDevices;

@@ -18,13 +18,16 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/sysmacros.h>
 #include <sys/time.h>
 #include <sys/uio.h>
+#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -64,6 +67,19 @@ long readOther(const Scene& scene) {
   const iovec there{&theirs, 1};
   return process_vm_readv(scene.other, &here, 1, &there, 1, 0);
 }
+long writeIntoOther(const Scene& scene) {
+  static char same = 1;
+  const iovec bytes{&same, 1};
+  return process_vm_writev(scene.other, &bytes, 1, &bytes, 1, 0);
+}
+long reachAbstract(const std::string& name) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  name.copy(address.sun_path, sizeof address.sun_path);
+  const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
+  const int mine = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  return mine < 0 ? -1 : connect(mine, reinterpret_cast<const sockaddr*>(&address), size);
+}
 long setSameName() {
   std::array<char, 65> name{};
   gethostname(name.data(), name.size());
@@ -81,6 +97,9 @@ const Act acts[] = {
     {"OpenToWrite", refused, 1, [](const Scene& s) { return openAs(s, O_WRONLY); }},
     {"OpenToReadAndWrite", refused, 1, [](const Scene& s) { return openAs(s, O_RDWR); }},
     {"OpenToAppend", refused, 1, [](const Scene& s) { return openAs(s, O_WRONLY | O_APPEND); }},
+#ifdef SYS_open
+    {"OpenByTheOldCall", refused, 1, [](const Scene& s) { return syscall(SYS_open, s.path, O_WRONLY); }},
+#endif
     {"OpenToCut", refused, 3, [](const Scene& s) { return openAs(s, O_RDONLY | O_TRUNC); }},
     {"OpenToCreate", refused, 1,
      [](const Scene& s) -> long { return open(s.fresh.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600); }},
@@ -91,6 +110,12 @@ const Act acts[] = {
     {"Mkdir", refused, 1, [](const Scene& s) -> long { return mkdir(s.fresh.c_str(), 0700); }},
     {"Mkfifo", refused, 1, [](const Scene& s) -> long { return mkfifo(s.fresh.c_str(), 0600); }},
     {"Mknod", refused, 1, [](const Scene& s) -> long { return mknod(s.fresh.c_str(), S_IFREG, 0); }},
+    {"MakeASocket", refused, 1,
+     [](const Scene& s) -> long { return mknod(s.fresh.c_str(), S_IFSOCK, 0); }},
+    {"MakeACharacterDevice", refused, 1,
+     [](const Scene& s) -> long { return mknod(s.fresh.c_str(), S_IFCHR, makedev(1, 3)); }},
+    {"MakeABlockDevice", refused, 1,
+     [](const Scene& s) -> long { return mknod(s.fresh.c_str(), S_IFBLK, makedev(7, 0)); }},
     {"Symlink", refused, 1, [](const Scene& s) -> long { return symlink("file", s.fresh.c_str()); }},
     {"Link", refused, 1, [](const Scene& s) -> long { return link(s.path, s.fresh.c_str()); }},
     {"MemoryFile", refused, never, [](const Scene&) { return syscall(SYS_memfd_create, "x", 0); }},
@@ -99,6 +124,8 @@ const Act acts[] = {
     {"Unlink", refused, 1, [](const Scene& s) -> long { return unlink(s.path); }},
     {"Rmdir", refused, 1, [](const Scene& s) -> long { return rmdir(s.subfolder.c_str()); }},
     {"Rename", refused, 1, [](const Scene& s) -> long { return rename(s.path, s.fresh.c_str()); }},
+    {"MoveIntoAnotherFolder", refused, 1,
+     [](const Scene& s) -> long { return rename(s.path, (s.subfolder + "/file").c_str()); }},
     {"Exchange", refused, 1,
      [](const Scene& s) {
        return syscall(SYS_renameat2, AT_FDCWD, s.path, AT_FDCWD, s.subfolder.c_str(), RENAME_EXCHANGE);
@@ -111,12 +138,15 @@ const Act acts[] = {
      [](const Scene& s) { return syscall(fchmodat2, AT_FDCWD, s.path, 0777, 0); }},
     {"Chown", refused, never, [](const Scene& s) -> long { return chown(s.path, getuid(), getgid()); }},
     {"Lchown", refused, never, [](const Scene& s) -> long { return lchown(s.path, getuid(), getgid()); }},
+    {"Fchown", refused, never, [](const Scene& s) -> long { return fchown(s.reading, getuid(), getgid()); }},
     {"Utimes", refused, never, [](const Scene& s) -> long { return utimes(s.path, nullptr); }},
     {"Utimensat", refused, never,
      [](const Scene& s) -> long { return utimensat(AT_FDCWD, s.path, nullptr, 0); }},
     {"Futimens", refused, never, [](const Scene& s) -> long { return futimens(s.reading, nullptr); }},
     {"Setxattr", refused, never,
      [](const Scene& s) -> long { return setxattr(s.path, "user.b", "b", 1, 0); }},
+    {"Lsetxattr", refused, never,
+     [](const Scene& s) -> long { return lsetxattr(s.path, "user.b", "b", 1, 0); }},
     {"Fsetxattr", refused, never,
      [](const Scene& s) -> long { return fsetxattr(s.reading, "user.b", "b", 1, 0); }},
     {"Setxattrat", refused, never,
@@ -147,6 +177,7 @@ const Act acts[] = {
     {"KillTheGroup", refused, never, [](const Scene&) -> long { return kill(0, SIGCONT); }},
     {"Tgkill", refused, 6, [](const Scene& s) { return syscall(SYS_tgkill, s.other, s.other, SIGCONT); }},
     {"Tkill", refused, 6, [](const Scene& s) { return syscall(SYS_tkill, s.other, SIGCONT); }},
+    {"QueueASignal", refused, 6, [](const Scene& s) -> long { return sigqueue(s.other, SIGCONT, {}); }},
     {"SignalByHandleOfProc", refused, 6,
      [](const Scene& s) {
        const int handle = open(s.procOfOther.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -169,6 +200,7 @@ const Act acts[] = {
     {"SetPriority", refused, never, [](const Scene& s) -> long { return setpriority(PRIO_PROCESS, static_cast<id_t>(s.other), 0); }},
     {"Trace", refused, 1, [](const Scene& s) { return ptrace(PTRACE_SEIZE, s.other, nullptr, nullptr); }},
     {"ReadAnother", refused, 1, readOther},
+    {"WriteIntoAnother", refused, 1, writeIntoOther},
     {"ReadMemoryByProc", through, 1,
      [](const Scene& s) {
        static const char theirs = 1;
@@ -196,6 +228,7 @@ const Act acts[] = {
     // Reaching out
     {"BindTcp", refused, 4, [](const Scene&) { return reachTcp(bind, 0); }},
     {"ConnectTcp", refused, 4, [](const Scene& s) { return reachTcp(connect, s.port); }},
+    {"ConnectToAnAbstractSocket", refused, 6, [](const Scene& s) { return reachAbstract(s.abstractSocket); }},
     {"SocketPair", refused, never,
      [](const Scene&) -> long {
        int pair[2];

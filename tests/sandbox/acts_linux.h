@@ -15,12 +15,13 @@ namespace halvane {
 struct Scene {
   std::string folder;  // with `file` and an empty `subfolder` in it, and nothing called `fresh`
   std::string file, fresh, subfolder;
-  const char* path;         // of the file
-  int reading;              // the file, open for reading
-  int terminal;             // what this process takes its orders from
-  pid_t other;              // another process of the same user
-  std::string procOfOther;  // its folder below /proc
-  in_port_t port;           // TCP, where somebody listens
+  const char* path;            // of the file
+  int reading;                 // the file, open for reading
+  int terminal;                // what this process takes its orders from
+  pid_t other;                 // another process of the same user
+  std::string procOfOther;     // its folder below /proc
+  in_port_t port;              // TCP, where somebody listens
+  std::string abstractSocket;  // the name, with the NUL before it, of a Unix socket where somebody listens
 };
 
 /// Does it: a negative result where errno says why it didn't.

@@ -5,10 +5,12 @@
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <ostream>
@@ -51,6 +53,19 @@ in_port_t listeningPort() {
   return address.sin_port;
 }
 
+// The name that the kernel gives to a socket in no folder
+std::string listeningAbstractSocket() {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  socklen_t size = sizeof address.sun_family;
+  const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (bind(listener, reinterpret_cast<const sockaddr*>(&address), size) != 0 || listen(listener, 1) != 0)
+    return "";
+  size = sizeof address;
+  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+  return {address.sun_path, size - offsetof(sockaddr_un, sun_path)};
+}
+
 std::string outcomeOf(const Act& act, const std::function<void()>& enter) {
   const TemporaryFolder folder;
   writeFile(folder.below("file"), "before");
@@ -68,7 +83,8 @@ std::string outcomeOf(const Act& act, const std::function<void()>& enter) {
                       ownTerminal(),
                       parent,
                       "/proc/" + std::to_string(parent),
-                      listeningPort()};
+                      listeningPort(),
+                      listeningAbstractSocket()};
     enter();
     errno = 0;
     return std::string(act.deed(scene) >= 0 ? "done" : strerrorname_np(errno));
