@@ -73,8 +73,10 @@ TEST_F(ManyFolders, MakeProgressWithoutAFile) {
 }
 
 // Stops the output of the terminal, as Ctrl-S does: the doctor then waits in the midst of its walk, with its
-// line of progress. What would outlive Ctrl-C, the alarm ends.
+// line of progress. What would outlive Ctrl-C, the alarm ends. A shell that starts the tests in the
+// background makes them ignore Ctrl-C.
 void stopOutput() {
+  signal(SIGINT, SIG_DFL);
   tcflow(STDOUT_FILENO, TCOOFF);
   alarm(60);
 }
