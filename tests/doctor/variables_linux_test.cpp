@@ -53,9 +53,9 @@ TEST_F(Variables, ForAnUnknownTimeZoneNeedAttention) {
 }
 
 TEST_F(Variables, ForAKnownTimeZoneOrNoneNeedNoAttention) {
-  for (const char* zone :
-       {"", ":", "UTC", "GMT", "Europe/Berlin", ":Europe/Berlin", "CET-1CEST", ":CET-1CEST", "cet-1cest",
-        "CET-1CEST,M3.5.0,M10.5.0/3", "<+0330>-3:30", "UTC+3", "/usr/share/zoneinfo/Asia/Tokyo"}) {
+  for (const char* zone : {"", ":", "UTC", "GMT", "Europe/Berlin", ":Europe/Berlin", "CET-1CEST",
+                           ":CET-1CEST", "cet-1cest", "JST-9", "HST10", "CET-1CEST,M3.5.0,M10.5.0/3",
+                           "<+0330>-3:30", "UTC+3", "/usr/share/zoneinfo/Asia/Tokyo"}) {
     EXPECT_EQ(answerWith({std::string("TZ=") + zone}).status, 0) << zone;
   }
 }

@@ -229,6 +229,13 @@ TEST(BinaryPropertyList, HoldsNamesAndTexts) {
       << "half a pair of surrogates is no character";
 }
 
+TEST(BinaryPropertyList, TakesNoTextOfBytesThatIsNotAscii) {
+  for (const auto& [value, texts] :
+       {std::pair(text("\x7F"), PropertyTexts{{"a", "\x7F"}}), std::pair(text("\x80"), PropertyTexts{}),
+        std::pair(text("\xC3\xA9"), PropertyTexts{})})
+    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), value})), texts) << value;
+}
+
 TEST(BinaryPropertyList, TakesNoTextThatWouldReachBeyondItsEnd) {
   // Of the 46 bytes from the first character on, 12 are the table's and 32 the trailer's.
   for (const int count : {24, 40, 47}) {
