@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <ctime>
 #include <string>
+#include <string_view>
+#include <tuple>
 
 #include "search/folded_query.h"
 #include "tests/search/plain_search.h"
@@ -199,6 +201,15 @@ TEST(TextSearch, ANulIsACharacterLikeAnyOther) {
               {"b", "a\0b"s, "[2, 3)"},
               {"a\0b"s, "A\0B"s, "[0, 3)"},
               {"a\0c"s, "a\0b"s, "nothing"}});
+}
+
+// As where a file is read into memory that a longer one has left.
+TEST(TextSearch, EndsAtTheEndOfTheBody) {
+  const std::string_view memory = "cafe\u0301\u0323";
+  for (const auto& [query, size, match] :
+       {std::tuple("cafe", 4U, "[0, 4)"), std::tuple("cafe\u0301", 6U, "[0, 6)"),
+        std::tuple("cafe\u0301", 4U, "nothing"), std::tuple("cafe\u0301\u0323", 6U, "nothing")})
+    EXPECT_EQ(shown(TextSearch(query, oneLetter).find(memory.substr(0, size))), match) << query << size;
 }
 
 TEST(TextSearch, TakesAllLettersIForOneInMostLanguages) {
