@@ -24,16 +24,16 @@ std::size_t startOfWindow(std::string_view body, std::size_t place, std::size_t 
 }
 
 // The start of a segment at or before which every match ends that has `units` units after the byte at
-// `place`; nothing when the window would be too long.
-std::optional<std::size_t> endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
+// `place`; the end of the body where the segment before would be very long.
+std::size_t endOfWindow(std::string_view body, std::size_t place, std::size_t units) {
   constexpr std::size_t maxWindow = 4096;
   std::size_t end = std::min(place + 1 + U8_MAX_LENGTH * units, body.size());
   while (end < body.size() && U8_IS_TRAIL(body[end])) ++end;
   for (std::size_t next = end; !startsSegment(body, end); end = next) {
-    if (end - place > maxWindow) return std::nullopt;
+    if (end - place > maxWindow) return body.size();
     nextCodePoint(body, next);
   }
-  return end - place > maxWindow ? std::nullopt : std::optional(end);
+  return end;
 }
 
 }  // namespace
@@ -128,10 +128,9 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
     if (comparisons > maxComparisons) return query.findExactly(body, startOfWindow(body, place, before));
     if (!query.mayMatchAround(body, place + 1, ++comparisons)) continue;
     const std::size_t begin = startOfWindow(body, place, before);
-    const std::optional<std::size_t> end = endOfWindow(body, place, count - before);
-    if (!end) return query.findExactly(body, begin);
-    if (const auto match = query.findExactly(body.substr(0, *end), begin)) return match;
-    comparisons += count + *end - begin;
+    const std::size_t end = endOfWindow(body, place, count - before);
+    if (const auto match = query.findExactly(body.substr(0, end), begin)) return match;
+    comparisons += count + end - begin;
   }
   return std::nullopt;
 }

@@ -149,6 +149,20 @@ TEST(TextSearch, NeverPartsALetterFromItsMarks) {
               {"\u09C7", "\u09C7\u09BE", "nothing"}});
 }
 
+TEST(TextSearch, NeverPartsALetterFromAnyNumberOfMarks) {
+  const std::string mark = "\U0001E8D0";
+  std::string marked = "a\U00010428";
+  for (int marks = 0; marks < 1100; ++marks, marked += mark) {
+    const std::string match = "[0, " + std::to_string(marked.size()) + ")";
+    ASSERT_EQ(found(marked, marked + "b"), match) << marks;
+    ASSERT_EQ(found(marked, marked + mark + "b"), "nothing") << marks;
+    ASSERT_EQ(found(marked, marked + mark + marked),
+              "[" + std::to_string(marked.size() + mark.size()) + ", " +
+                  std::to_string(2 * marked.size() + mark.size()) + ")")
+        << marks;
+  }
+}
+
 TEST(TextSearch, FindsALoneMark) {
   expectEach({{"\u0301", "\u0301", "[0, 2)"},
               {"\u0301", "\u0301\u0301", "nothing"},
