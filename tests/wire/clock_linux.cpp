@@ -1,5 +1,5 @@
+#include "tests/support/preload.h"
 #include "tests/wire/clock.h"
-#include "tests/wire/preload.h"
 
 namespace halvane {
 

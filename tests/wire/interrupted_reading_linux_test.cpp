@@ -5,9 +5,9 @@
 
 #include "tests/support/asleep.h"
 #include "tests/support/entry_file.h"
+#include "tests/support/preload.h"
 #include "tests/support/temporary_home.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/preload.h"
 #include "tests/wire/server_process.h"
 
 // A library in the process has a signal interrupt it all the time.

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/preload.h"
 #include "tests/support/sanitizers.h"
 #include "tests/support/temporary_home.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/preload.h"
 #include "tests/wire/server_process.h"
 
 // The system may move fewer bytes than it is asked to. However few they are, every file is read and every

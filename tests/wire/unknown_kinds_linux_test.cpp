@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "tests/support/entry_file.h"
+#include "tests/support/preload.h"
 #include "tests/support/special_file.h"
 #include "tests/support/temporary_home.h"
 #include "tests/support/written_file.h"
 #include "tests/wire/messages.h"
-#include "tests/wire/preload.h"
 #include "tests/wire/server_process.h"
 
 // Some file systems list names without telling which are files, folders or links.
