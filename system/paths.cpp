@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-
 #include <cstdlib>
 #include <memory>
 
@@ -14,8 +13,7 @@ namespace {
 
 std::string currentDirectory() {
   const std::unique_ptr<char, void (*)(void*)> path(getcwd(nullptr, 0), &std::free);
-  // Linux answers "(unreachable)/..." for a directory outside the process's root.
-  return path && *path == '/' ? std::string(path.get()) : "/";
+  return path ? std::string(path.get()) : "/";
 }
 
 }  // namespace

@@ -11,9 +11,13 @@
 
 #include "tests/doctor/doctor_process.h"
 #include "tests/support/entry_file.h"
+#include "tests/support/preload.h"
+#include "tests/support/special_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/written_file.h"
 
-// A folder whose listing breaks off, as on a failing disk.
+// A folder whose listing breaks off, as on a failing disk, or doesn't tell what its items are, as on some
+// file systems.
 
 namespace halvane {
 namespace {
@@ -36,6 +40,22 @@ TEST(Listing, ThatBreaksOffIsNotTakenForAnEmptyFolder) {
   const Answer given = callDoctor({.home = home.path(), .before = breakListings});
   EXPECT_TRUE(given.says("\n! The folder itself: it can't be read: Input/output error\n")) << given.output;
   EXPECT_EQ(given.status, 1);
+}
+
+TEST(Listing, WithoutKindsLeadsToTheSameReport) {
+  const TemporaryHome home;
+  home.write("2025/a.md", EntryFile{}.text());
+  writeFile(home.below("elsewhere/b.md"), EntryFile{}.text());
+  makeLink(home.journal() + "/link to a file.md", home.below("elsewhere/b.md"));
+  makeLink(home.journal() + "/link to a folder", home.below("elsewhere"));
+  makeLink(home.journal() + "/link to a folder.md", home.below("elsewhere"));
+  makeLink(home.journal() + "/link to nothing.md", home.below("missing"));
+  makeNamedPipe(home.journal() + "/pipe.md");
+  const Answer given = callDoctor({.home = home.path()});
+  EXPECT_TRUE(given.says("\n! link to nothing.md: it can't be read: No such file or directory\n"))
+      << given.output;
+  EXPECT_EQ(callDoctor({.home = home.path(), .variables = preloaded(HALVANE_UNKNOWN_KINDS)}).output,
+            given.output);
 }
 
 }  // namespace
