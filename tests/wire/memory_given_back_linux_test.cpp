@@ -52,6 +52,14 @@ TEST_F(MemoryGivenBack, AfterALongLine) {
   EXPECT_TRUE(server_.receive());
 }
 
+// After a large block, the C library takes smaller ones from a store of its own, and keeps them there.
+TEST_F(MemoryGivenBack, AfterALongLineAndAShorterOne) {
+  for (const std::size_t size : {24 * mebibyte, 4 * mebibyte}) {
+    server_.send(R"({"id":1,"method":"ping","params":")" + std::string(size, 'x') + "\"}");
+    EXPECT_TRUE(server_.receive());
+  }
+}
+
 TEST_F(MemoryGivenBack, AfterALongLineThatIsDropped) {
   server_.send(std::string(64 * mebibyte, '['));
 }
@@ -68,7 +76,6 @@ TEST_F(MemoryGivenBack, AfterALargeEntry) {
   EXPECT_EQ(askTool(server_, "search_entries", R"({"query":"y"})"), "No entries match \"y\".");
 }
 
-// After a large block, the C library takes smaller ones from a store of its own, and keeps them there.
 TEST_F(MemoryGivenBack, AfterALargeEntryAndASmallerOne) {
   for (const std::size_t size : {24 * mebibyte, 4 * mebibyte}) {
     const std::string path = home_.write("large.md", EntryFile{.body = std::string(size, 'x')}.text());
