@@ -1,9 +1,9 @@
-#include <unicode/unistr.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <new>
 
+#include "text/text.h"
 #include "user/property_list.h"
 
 // The binary form: objects that refer to one another by their numbers, a table of where each one begins, and
@@ -122,12 +122,24 @@ class BinaryList {
       return ascii ? std::optional<std::string>(content) : std::nullopt;
     }
     if (object.kind != Kind::utf16Text || object.count > rest / 2) return std::nullopt;
-    icu::UnicodeString units;
-    for (std::uint64_t i = 0; i < object.count; ++i)
-      units.append(static_cast<char16_t>(number(object.begin + 2 * i, 2).value_or(0)));
-    if (units.isBogus()) throw std::bad_alloc();
+    return utf8Of(object);
+  }
+
+  // Half a pair of surrogates becomes U+FFFD. (ICU's conversion keeps silent when it finds no memory.)
+  std::string utf8Of(const Object& utf16) const {
+    const auto unit = [&](std::uint64_t index) {
+      return static_cast<char32_t>(number(utf16.begin + 2 * index, 2).value_or(0));
+    };
     std::string utf8;
-    units.toUTF8String(utf8);
+    for (std::uint64_t i = 0; i < utf16.count; ++i) {
+      char32_t character = unit(i);
+      if (U16_IS_LEAD(character) && i + 1 < utf16.count && U16_IS_TRAIL(unit(i + 1))) {
+        character = U16_GET_SUPPLEMENTARY(character, unit(++i));
+      } else if (U16_IS_SURROGATE(character)) {
+        character = U'\uFFFD';
+      }
+      appendCodePoint(utf8, character);
+    }
     return utf8;
   }
 

@@ -26,6 +26,8 @@
 namespace halvane {
 namespace {
 
+using namespace std::string_literals;
+
 std::string repeated(std::string_view text, std::size_t count) {
   std::string whole;
   for (; count > 0; --count) whole += text;
@@ -230,10 +232,27 @@ TEST(XmlPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
 TEST(BinaryPropertyList, HoldsNamesAndTexts) {
   EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")})),
             journalAtJ);
-  const std::string wide("\x63\x00j\x65\xE5\xD8\x00", 7);
-  EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), wide})),
-            (PropertyTexts{{"a", "j日\uFFFD"}}))
-      << "half a pair of surrogates is no character";
+}
+
+TEST(BinaryPropertyList, HoldsTextsInUtf16) {
+  struct Case {
+    std::u16string units;
+    std::string text;
+  };
+  const std::u16string first = u"\xD83D";
+  const std::u16string second = u"\xDE00";
+  for (const Case& c :
+       {Case{u"", ""}, Case{u"jé日", "jé日"}, Case{first + second, "😀"},
+        Case{u"\xD800\xDC00\xDBFF\xDFFF", "\U00010000\U0010FFFF"}, Case{u"\xD7FF\xE000", "\uD7FF\uE000"},
+        // Half a pair of surrogates is no character.
+        Case{first, "\uFFFD"}, Case{second, "\uFFFD"}, Case{first + u"j", "\uFFFDj"},
+        Case{second + first, "\uFFFD\uFFFD"}, Case{first + first + second, "\uFFFD😀"}}) {
+    std::string wide = counted(0x6, c.units.size());
+    for (const char16_t unit : c.units) wide.append({static_cast<char>(unit >> 8), static_cast<char>(unit)});
+    // What follows would make a pair of the last unit.
+    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), wide, "\xDE\x00"s})),
+              (PropertyTexts{{"a", c.text}}));
+  }
 }
 
 TEST(BinaryPropertyList, TakesNoTextOfBytesThatIsNotAscii) {
