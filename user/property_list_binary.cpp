@@ -134,7 +134,7 @@ class BinaryList {
     for (std::uint64_t i = 0; i < utf16.count; ++i) {
       char32_t character = unit(i);
       if (U16_IS_LEAD(character) && i + 1 < utf16.count && U16_IS_TRAIL(unit(i + 1))) {
-        character = U16_GET_SUPPLEMENTARY(character, unit(++i));
+        character = static_cast<char32_t>(U16_GET_SUPPLEMENTARY(character, unit(++i)));
       } else if (U16_IS_SURROGATE(character)) {
         character = U'\uFFFD';
       }
