@@ -95,6 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TagsLine{"ALongTag", "tags: " + std::string(31, 'a') + "\n", false},
                     TagsLine{"AListBelow", "tags:\n  - work\n  - garden\n", false},
                     TagsLine{"AListBelowWithoutIndentation", "tags: \n- work\n", false},
+                    TagsLine{"AListBelowEmptyBrackets", "tags: []\n- work\n", false},
                     TagsLine{"AnotherKeyBelow", "tags:\nlanguage: en\n", true}),
     [](const testing::TestParamInfo<TagsLine>& tested) { return std::string(tested.param.name); });
 

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <system_error>
 #include <vector>
 
+#include "tests/support/asleep.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wait_until.h"
 #include "tests/support/written_file.h"
@@ -26,16 +28,23 @@ std::vector<std::string> linesIn(std::istream& file) {
   return lines;
 }
 
+int unreadBytes(const ServerProcess& server) {
+  int count = 0;
+  ioctl(server.input(), FIONREAD, &count);
+  return count;
+}
+
 bool isFull(const std::string& disk) {
   std::error_code error;
   return std::filesystem::space(disk, error).free == 0 && !error;
 }
 
-// For Surroundings::before: mounts a disk of 64 KiB, nearly full, and sends the replies into a file on it.
-void writeOnDisk(const std::string& disk) {
+// For Surroundings::before: mounts a disk of 64 KiB, of which `used` are, and sends the replies into a file
+// on it.
+void writeOnDisk(const std::string& disk, std::size_t used) {
   enterOwnMounts();
   if (mount("disk", disk.c_str(), "tmpfs", 0, "size=64k") != 0) throw std::runtime_error("no disk");
-  writeFile(disk + "/filler", std::string(56 << 10, 'x'));
+  writeFile(disk + "/filler", std::string(used << 10, 'x'));
   openAs(STDOUT_FILENO, disk + "/replies", O_WRONLY | O_CREAT | O_APPEND);
 }
 
@@ -46,7 +55,7 @@ TEST(FullDisk, TearsNoReply) {
   const TemporaryFolder folder;
   const std::string disk = folder.below("disk");
   makeFolder(disk);
-  ServerProcess server({.home = folder.path(), .before = [&] { writeOnDisk(disk); }});
+  ServerProcess server({.home = folder.path(), .before = [&] { writeOnDisk(disk, 56); }});
   for (int id = 0; id < 20; ++id) server.send(R"({"id":1,"method":"tools/list"})");
   const std::string seen = "/proc/" + std::to_string(server.id()) + "/root" + disk;
   ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(seen + "/replies") && isFull(seen); }));
@@ -59,6 +68,22 @@ TEST(FullDisk, TearsNoReply) {
   for (const std::string& line : lines) EXPECT_TRUE(canonicalJson(line)) << line;
   ASSERT_GT(lines.size(), 2U);
   EXPECT_EQ(canonicalJson(lines.back()), R"({"id":"after","jsonrpc":"2.0","result":{}})");
+}
+
+TEST(FullDisk, KeepsNoReplyOfWhichNothingIsWritten) {
+  if (!OwnSystem::isAllowed()) GTEST_SKIP() << "the system lets us have no mounts of our own: be root";
+  const TemporaryFolder folder;
+  const std::string disk = folder.below("disk");
+  makeFolder(disk);
+  ServerProcess server({.home = folder.path(), .before = [&] { writeOnDisk(disk, 64); }});
+  server.send(R"({"id":"before","method":"ping"})");
+  ASSERT_TRUE(waitUntil([&] { return unreadBytes(server) == 0; }) && waitUntilAsleep(server.id()));
+  const std::string seen = "/proc/" + std::to_string(server.id()) + "/root" + disk;
+  std::ifstream replies(seen + "/replies");
+  ASSERT_TRUE(std::filesystem::remove(seen + "/filler"));
+  server.send(R"({"id":"after","method":"ping"})");
+  EXPECT_EQ(server.finish(), quietEnding);
+  EXPECT_EQ(linesIn(replies).size(), 1U);
 }
 
 }  // namespace
