@@ -57,8 +57,8 @@ std::string reasonFor(const Finding& finding) {
 
 // The name below the journal folder `root`.
 std::string nameOf(const Finding& finding, std::string_view root) {
-  if (root.ends_with('/')) root.remove_suffix(1);
-  const std::string_view below = std::string_view(finding.path).substr(root.size() + 1);
+  std::string_view below = std::string_view(finding.path).substr(root.size());
+  if (below.starts_with('/')) below.remove_prefix(1);
   return std::string(below.empty() ? "The folder itself" : below);
 }
 

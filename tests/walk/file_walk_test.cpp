@@ -262,6 +262,25 @@ TEST(Walk, NeedsNoMoreThanThreeDescriptorsAtAnyDepth) {
   EXPECT_EQ(shown, "401 z/a.md");
 }
 
+// Where the way back is longer than the paths that the system takes.
+TEST(Walk, NeedsNoMoreThanThreeDescriptorsOnItsWayBackEither) {
+  const TemporaryFolder top;
+  const std::string name(200, 'd');
+  constexpr int levels = 50;
+  Descriptor folder = openPath(AT_FDCWD, top.path(), toReadFolder);
+  for (int level = 0; level < levels; ++level) {
+    ASSERT_EQ(mkdirat(folder.number(), name.c_str(), 0755), 0);
+    ASSERT_EQ(mkdirat(folder.number(), "z", 0755), 0);
+    ASSERT_TRUE(Descriptor(openat(folder.number(), "z/a.md", O_WRONLY | O_CREAT | O_CLOEXEC, 0644)).isOpen());
+    folder = openName(folder.number(), name.c_str(), toReadFolder);
+  }
+  EXPECT_EQ(inChildProcess([&] {
+              limitFurtherDescriptors(3);
+              return std::to_string(walked(top.path()).size());
+            }),
+            std::to_string(levels));
+}
+
 TEST(Walk, FindsItsWayBackFromAnyDepthHoweverManyDescriptorsThereAre) {
   const TemporaryFolder folder;
   Names expected;
