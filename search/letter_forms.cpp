@@ -117,7 +117,7 @@ LetterForms syllableForms(std::u32string_view parts) {
   const char32_t lead = parts[0] - leads;
   const char32_t vowel = parts[1] - vowels;
   const char32_t trail = parts.size() == 3 ? parts[2] - trails : 0;
-  if (lead > 18 || vowel > 20 || trail > 27 || (parts.size() == 3 && trail == 0)) return {};
+  if (lead > 18 || vowel > 20 || trail > 27) return {};
   const char32_t open = syllables + (lead * 21 + vowel) * 28;
   LetterForms forms{{parts[0], open}, {open + trail, parts.back()}};
   if (trail != 0) forms.first.push_back(open + trail);

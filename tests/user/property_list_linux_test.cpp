@@ -337,6 +337,15 @@ TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
     EXPECT_EQ(textsOfPropertyList(list), std::nullopt) << testing::PrintToString(list);
 }
 
+TEST(BinaryPropertyList, HasNoMoreObjectsThanBytes) {
+  std::string list = binary({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")});
+  char& lastOfCount = list[list.size() - 17];
+  lastOfCount = static_cast<char>(list.size());
+  EXPECT_EQ(textsOfPropertyList(list), journalAtJ);
+  lastOfCount = static_cast<char>(list.size() + 1);
+  EXPECT_EQ(textsOfPropertyList(list), std::nullopt);
+}
+
 // Lists that another library writes, unchanged and with random bytes changed.
 TEST(BinaryPropertyList, SurvivesChangesByChance) {
   plist_t list = plist_new_dict();
