@@ -32,19 +32,19 @@ class SystemTimeZone : public icu::TimeZone {
     if (local) rawOffset = offsetAt(date - rawOffset);
   }
   std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
-                         std::uint8_t, std::int32_t milliseconds, UErrorCode& /*status*/) const override {
+                         std::uint8_t, std::int32_t timeOfDay, UErrorCode& /*status*/) const override {
     using namespace std::chrono;
     const int astronomical = era == icu::GregorianCalendar::AD ? year : 1 - year;
     const sys_days date = std::chrono::year(astronomical) /
                           std::chrono::month(static_cast<unsigned>(month + 1)) /
                           std::chrono::day(static_cast<unsigned>(day));
-    const auto moment = static_cast<UDate>(std::chrono::milliseconds(date.time_since_epoch()).count());
-    return offsetAt(moment + milliseconds - offsetAt(moment + milliseconds));
+    const auto midnight = static_cast<UDate>(std::chrono::milliseconds(date.time_since_epoch()).count());
+    return offsetAt(midnight + timeOfDay - offsetAt(midnight + timeOfDay));
   }
   std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day,
-                         std::uint8_t dayOfWeek, std::int32_t milliseconds, std::int32_t /*monthLength*/,
+                         std::uint8_t dayOfWeek, std::int32_t timeOfDay, std::int32_t /*monthLength*/,
                          UErrorCode& status) const override {
-    return getOffset(era, year, month, day, dayOfWeek, milliseconds, status);
+    return getOffset(era, year, month, day, dayOfWeek, timeOfDay, status);
   }
   void setRawOffset(std::int32_t /*milliseconds*/) override {}
   std::int32_t getRawOffset() const override { return offsetAt(icu::Calendar::getNow()); }
