@@ -130,6 +130,7 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
     const std::size_t begin = startOfWindow(body, place, before);
     const std::size_t end = endOfWindow(body, place, count - before);
     if (const auto match = query.findExactly(body.substr(0, end), begin)) return match;
+    if (end == body.size()) return std::nullopt;  // no later place can match either
     comparisons += count + end - begin;
   }
   return std::nullopt;
