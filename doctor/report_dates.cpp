@@ -26,11 +26,12 @@ void describeDates(Page& page) {
   const Instant present = now();
   page.heading("How dates are shown");
   page.line("Now it is " + dateInWords(present) + ".");
-  page.line("The locale is " + userLocale() + ", the time zone " + offsetInWords(present) + ".");
+  const std::string offset = offsetInWords(present);
+  page.line("The locale is " + userLocale() + ", the time zone " + offset + ".");
   if (const auto locale = unknownLocale())
     page.attention("The locale " + *locale + " is unknown: dates are shown in English.");
   if (const auto zone = unknownTimeZone())
-    page.attention("The time zone " + *zone + " is unknown: dates are shown in UTC.");
+    page.attention("The time zone " + *zone + " is unknown: dates are shown in " + offset + ".");
 }
 
 }  // namespace halvane

@@ -27,9 +27,12 @@ ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
   return count;
 }
 
+// An advice, which the headers of Darwin alone declare. Nothing is lost without it but time.
 void ReadAhead::announce(const Descriptor& file) {
+#ifdef F_RDADVISE
   radvisory advice{0, beginning};
   fcntl(file.number(), F_RDADVISE, &advice);
+#endif
 }
 
 }  // namespace halvane

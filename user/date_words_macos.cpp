@@ -71,12 +71,12 @@ struct DateWords::Formatter {
 
 // The calendar is the locale's, and the Gregorian one is CoreFoundation's: Julian before 15 October 1582.
 DateWords::DateWords() {
-  CFTimeZoneResetSystem();
-  const auto zone = checked(CFTimeZoneCopySystem());
+  const CfOwned<CFTimeZoneRef> zone = systemTimeZone();
+  if (!zone) throw std::bad_alloc();
+  CFTimeZoneSetDefault(zone.get());  // a new formatter takes it, and would look for it by itself
   const auto locale = checked(CFLocaleCreate(kCFAllocatorDefault, cfString(userLocale()).get()));
   auto format = checked(CFDateFormatterCreate(kCFAllocatorDefault, locale.get(), kCFDateFormatterNoStyle,
                                               kCFDateFormatterNoStyle));
-  CFDateFormatterSetProperty(format.get(), kCFDateFormatterTimeZone, zone.get());
   CFDateFormatterSetFormat(format.get(), cfString(patternFor(locale.get())).get());
   formatter_ = std::make_unique<Formatter>(Formatter{std::move(format)});
 }

@@ -8,6 +8,14 @@
 
 namespace halvane {
 
+CfOwned<CFTimeZoneRef> systemTimeZone() {
+  const char* setting = std::getenv("TZ");
+  if (setting != nullptr && !cfString(setting))
+    return CfOwned<CFTimeZoneRef>(CFTimeZoneCreateWithTimeIntervalFromGMT(kCFAllocatorDefault, 0));
+  CFTimeZoneResetSystem();
+  return CfOwned<CFTimeZoneRef>(CFTimeZoneCopySystem());
+}
+
 std::optional<std::string> unknownTimeZone() {
   const char* setting = std::getenv("TZ");
   if (setting == nullptr || *setting == '\0') return std::nullopt;
@@ -18,9 +26,8 @@ std::optional<std::string> unknownTimeZone() {
 }
 
 std::unique_ptr<icu::TimeZone> userTimeZone() {
-  CFTimeZoneResetSystem();
-  const CfOwned<CFTimeZoneRef> system(CFTimeZoneCopySystem());
-  const std::string name = utf8Text(CFTimeZoneGetName(system.get())).value_or("GMT");
+  const CfOwned<CFTimeZoneRef> system = systemTimeZone();
+  const std::string name = utf8Text(system ? CFTimeZoneGetName(system.get()) : nullptr).value_or("GMT");
   std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
   if (!zone) throw std::bad_alloc();
   return zone;

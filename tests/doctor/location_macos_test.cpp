@@ -15,15 +15,15 @@ namespace {
 TEST(Settings, ThatNameNoJournalAreNotSpokenOf) {
   const TemporaryHome home;
   home.write("a.md", EntryFile{}.text());
-  const std::string usual = "Where the journal is\n  " + home.journal() +
+  const std::string usual = "\nWhere the journal is\n  " + home.journal() +
                             "\n  This is the default folder: no preferences name another.\n\n";
   const Answer without = callDoctor({.home = home.path()});
-  EXPECT_TRUE(without.output.starts_with(usual)) << without.output;
+  EXPECT_TRUE(without.says(usual)) << without.output;
   EXPECT_EQ(without.status, 0);
   writeFile(home.settings(primarySuite), propertyListOfText("theme", "dark"));
   writeFile(home.settings(legacySuite), propertyListWith("journalRoot", "<true/>"));
   const Answer with = callDoctor({.home = home.path()});
-  EXPECT_TRUE(with.output.starts_with(usual)) << with.output;
+  EXPECT_TRUE(with.says(usual)) << with.output;
 }
 
 TEST(Settings, OfTheEarlierApplicationAreNamedAlone) {

@@ -35,6 +35,14 @@ TEST_F(Variables, ForAnUnknownLocaleNeedAttention) {
   }
 }
 
+TEST_F(Variables, ForAnUnknownLocaleAreShownWithoutWhatTheTerminalWouldObey) {
+  for (const char* sign : {"\x1B", "\n", "\xFF", "\u202E"}) {
+    const Answer given = answerWith({"LC_ALL=x" + std::string(sign) + "y"});
+    EXPECT_TRUE(given.says("\n! The locale x\uFFFDy is unknown: dates are shown in English.\n"))
+        << given.output;
+  }
+}
+
 TEST_F(Variables, ForAKnownLocaleOrNoneNeedNoAttention) {
   for (const char* name : {"de_DE.UTF-8", "C", "C.UTF-8", "POSIX", "en", "sr_RS.UTF-8@latin"})
     EXPECT_EQ(answerWith({std::string("LC_ALL=") + name}).status, 0) << name;
@@ -46,7 +54,7 @@ TEST_F(Variables, ForAnUnknownTimeZoneNeedAttention) {
                                   std::string("MEZ"), std::string(":Europe/Belrin"), std::string("<+03>"),
                                   home_.below("pipe"), home_.journal() + "/a.md"}) {
     const Answer given = answerWith({"TZ=" + zone});
-    EXPECT_TRUE(given.says("\n! The time zone " + zone + " is unknown: dates are shown in UTC.\n"))
+    EXPECT_TRUE(given.says("\n! The time zone " + zone + " is unknown: dates are shown in UTC+00:00.\n"))
         << given.output;
     EXPECT_EQ(given.status, 1);
   }

@@ -6,10 +6,7 @@
 #include <string>
 
 #include "system/accounts.h"
-#include "system/descriptor.h"
-#include "tests/support/child_process.h"
 #include "tests/support/current_folder.h"
-#include "tests/support/file_system_root.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_vectors.h"
@@ -106,18 +103,6 @@ TEST(AbsolutePath, LiesBelowTheRootWhereThereIsNoCurrentDirectoryAnyMore) {
   ASSERT_EQ(rmdir(folder.below("gone").c_str()), 0);
   EXPECT_EQ(makeAbsolute("a"), "/a");
   EXPECT_EQ(makeAbsolute(""), "/");
-}
-
-TEST(AbsolutePath, LiesBelowTheRootWhereTheCurrentDirectoryIsOutsideIt) {
-  const TemporaryFolder folder;
-  makeFolder(folder.below("root"));
-  const std::string paths = inChildProcess([&]() -> std::string {
-    const Descriptor outside = openPath(AT_FDCWD, folder.path(), toReadFolder);
-    if (!takeAsRoot(folder.below("root")) || fchdir(outside.number()) != 0) return "not allowed";
-    return makeAbsolute("a") + " " + makeAbsolute("");
-  });
-  if (paths == "not allowed") GTEST_SKIP() << "this user may not change the root of the file system";
-  EXPECT_EQ(paths, "/a /");
 }
 
 TEST(JoinedPath, HasOneSlashBetweenFolderAndName) {

@@ -62,5 +62,9 @@ TEST_F(UserSettings, TakeNoOtherNamesOfZonesThanTheirOwn) {
     EXPECT_EQ(dateInZone({std::string("TZ=") + zone}), ofSystem) << zone;
 }
 
+TEST_F(UserSettings, TakeUtcForAZoneWhoseNameIsNotUtf8) {
+  EXPECT_EQ(dateInZone({"TZ=x\xFFy"}), dateInZone({"TZ=UTC"}));
+}
+
 }  // namespace
 }  // namespace halvane
