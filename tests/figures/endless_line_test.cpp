@@ -9,6 +9,7 @@
 #include "tests/figures/figure.h"
 #include "tests/figures/rounds.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/server_process.h"
 
 // A client that sends and sends, and no line end.
@@ -16,7 +17,6 @@
 namespace halvane {
 namespace {
 
-constexpr std::size_t mebibyte = 1 << 20;
 constexpr std::size_t mebibytes = 256;
 
 void becomeCat() {

@@ -13,6 +13,7 @@
 #include "tests/figures/rounds.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
@@ -21,8 +22,6 @@
 
 namespace halvane {
 namespace {
-
-constexpr double mebibyte = 1 << 20;
 
 // The seconds until a whole reply has come, of which nothing is kept.
 double secondsToAnswer(ServerProcess& server, const std::string& request) {
@@ -33,7 +32,7 @@ double secondsToAnswer(ServerProcess& server, const std::string& request) {
 }
 
 double peak(const ServerProcess& server) {
-  return static_cast<double>(peakMemory(server.id())) / mebibyte;
+  return inMebibytes(peakMemory(server.id()));
 }
 
 const std::string search = toolCall("search_entries", R"({"query":"kingfisher"})");

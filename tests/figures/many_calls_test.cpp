@@ -5,6 +5,7 @@
 #include "tests/figures/figure.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
@@ -13,8 +14,6 @@
 
 namespace halvane {
 namespace {
-
-constexpr double mebibyte = 1 << 20;
 
 class ManyCalls : public testing::Test {
  protected:
@@ -33,7 +32,7 @@ class ManyCalls : public testing::Test {
       askTool(server_, "read_entry", "{\"path\":" + jsonString(path_) + "}");
     }
   }
-  double memory() const { return static_cast<double>(countedMemory(server_.id())) / mebibyte; }
+  double memory() const { return inMebibytes(countedMemory(server_.id())); }
 
   const TemporaryHome home_;
   std::string path_;

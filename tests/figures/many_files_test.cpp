@@ -7,6 +7,7 @@
 #include "tests/figures/rounds.h"
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
@@ -17,8 +18,6 @@ namespace halvane {
 namespace {
 
 constexpr int files = 100'000;
-constexpr double mebibyte = 1 << 20;
-
 TEST(ManyFiles, InOneFolderAreSearchedInTheTimeThatReadingThemTakes) {
   const TemporaryHome home;
   std::string body;
@@ -40,7 +39,7 @@ TEST(ManyFiles, InOneFolderAreSearchedInTheTimeThatReadingThemTakes) {
     return watch.seconds();
   };
   const std::vector<Times> times = takeTurns({search, reading}, 15);
-  const double peak = static_cast<double>(peakMemory(server.id())) / mebibyte;
+  const double peak = inMebibytes(peakMemory(server.id()));
   EXPECT_EQ(server.finish(), quietEnding);
   expectAtMost("search of 100,000 files in one folder", medianRatio(times[0], times[1]), "x reading them",
                1.25);

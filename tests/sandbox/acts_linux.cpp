@@ -92,7 +92,7 @@ constexpr long fchmodat2 = 452, setxattrat = 463, removexattrat = 466, fileGetat
 constexpr bool refused = true;
 constexpr bool through = false;
 
-const Act acts[] = {
+const Act everyAct[] = {
     // Writing and creating
     {"OpenToWrite", refused, 1, [](const Scene& s) { return openAs(s, O_WRONLY); }},
     {"OpenToReadAndWrite", refused, 1, [](const Scene& s) { return openAs(s, O_RDWR); }},
@@ -288,7 +288,7 @@ const Act acts[] = {
 }  // namespace
 
 std::span<const Act> allActs() {
-  return acts;
+  return everyAct;
 }
 
 }  // namespace halvane

@@ -89,4 +89,8 @@ std::optional<TextMatch> plainSearch(std::string_view query, std::string_view bo
   return std::nullopt;
 }
 
+std::string shown(const std::optional<TextMatch>& match) {
+  return match ? "[" + std::to_string(match->begin) + ", " + std::to_string(match->end) + ")" : "nothing";
+}
+
 }  // namespace halvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "search/text_search.h"
@@ -11,5 +12,8 @@ namespace halvane {
 /// match may begin or end, folds every piece with ICU's functions, and compares the text between any two cuts
 /// with the folded query.
 std::optional<TextMatch> plainSearch(std::string_view query, std::string_view body, LetterI letterI);
+
+/// "[begin, end)", or "nothing".
+std::string shown(const std::optional<TextMatch>& match);
 
 }  // namespace halvane

@@ -18,10 +18,6 @@
 namespace halvane {
 namespace {
 
-std::string shown(const std::optional<TextMatch>& match) {
-  return match ? "[" + std::to_string(match->begin) + ", " + std::to_string(match->end) + ")" : "nothing";
-}
-
 using namespace std::string_view_literals;
 
 // Each has many characters with one kind of trouble. The alphabets are short, so texts made of them have

@@ -22,11 +22,6 @@ using namespace std::string_literals;
 constexpr LetterI oneLetter = LetterI::oneLetter;
 constexpr LetterI dottedAndDotless = LetterI::dottedAndDotless;
 
-// "[begin, end)", or "nothing".
-std::string shown(const std::optional<TextMatch>& match) {
-  return match ? "[" + std::to_string(match->begin) + ", " + std::to_string(match->end) + ")" : "nothing";
-}
-
 std::string found(const std::string& query, const std::string& body, LetterI letterI = oneLetter) {
   return shown(TextSearch(query, letterI).find(body));
 }

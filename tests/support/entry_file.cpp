@@ -15,4 +15,8 @@ std::string EntryFile::text() const {
          line("tags", tags) + "---\n" + body;
 }
 
+std::string entryWithBody(const std::string& body) {
+  return EntryFile{.body = body}.text();
+}
+
 }  // namespace halvane

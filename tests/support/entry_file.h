@@ -19,4 +19,7 @@ struct EntryFile {
   std::string text() const;
 };
 
+/// The content of an entry file of 2025-11-03 with nothing but the date and `body`.
+std::string entryWithBody(const std::string& body);
+
 }  // namespace halvane

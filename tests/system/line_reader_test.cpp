@@ -142,9 +142,8 @@ TEST(LineReader, WaitsOnAPipeThatDoesNotBlock) {
   writer.join();
 }
 
-std::atomic<int> signalsSeen = 0;
-
 TEST(LineReader, GoesOnAfterASignal) {
+  static std::atomic<int> signalsSeen = 0;
   struct sigaction action {};
   action.sa_handler = [](int) { ++signalsSeen; };  // without SA_RESTART: the read ends with EINTR
   struct sigaction before {};

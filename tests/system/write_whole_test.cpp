@@ -62,9 +62,8 @@ TEST(WriteWhole, WritesAllThroughAPipeThatBlocks) {
   EXPECT_EQ(received, bytes);
 }
 
-std::atomic<int> signalsSeen = 0;
-
 TEST(WriteWhole, GoesOnAfterASignal) {
+  static std::atomic<int> signalsSeen = 0;
   struct sigaction action {};
   action.sa_handler = [](int) { ++signalsSeen; };  // without SA_RESTART: the write ends early
   struct sigaction before {};

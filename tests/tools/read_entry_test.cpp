@@ -27,10 +27,6 @@ std::string noEntryAt(const std::string& path) {
   return "No entry found at " + path + ".";
 }
 
-std::string entryWithBody(const std::string& body) {
-  return EntryFile{.body = body}.text();
-}
-
 // What is read of an entry that has nothing but a date and a body.
 std::string shownWithBody(const std::string& body) {
   return "Date: Nov 3, 2025 at 9:14 AM\nDuration: 0s\nCleaned: false\n\n" + body;

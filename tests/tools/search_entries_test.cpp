@@ -14,15 +14,11 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::nullopt_t noTag = std::nullopt;
+constexpr std::nullopt_t anyTag = std::nullopt;
 const std::string dateInWords = "[Nov 3, 2025 at 9:14 AM]";
 
-std::string entryWithBody(const std::string& body) {
-  return EntryFile{.body = body}.text();
-}
-
 bool isFound(const std::string& query) {
-  return !searchEntries(query, noTag, 10).starts_with("No entries");
+  return !searchEntries(query, anyTag, 10).starts_with("No entries");
 }
 
 std::string noMatch(const std::string& query) {
@@ -34,7 +30,7 @@ TEST(SearchEntries, ShowsDateTagsAndPathAndBelowThemTheWordsAroundTheMatch) {
   const std::string path =
       home.write("2025/11-03.md",
                  EntryFile{.tags = "work, ideas", .body = "Walked to the harbour.\nWrote the plan."}.text());
-  EXPECT_EQ(searchEntries("harbour", noTag, 10),
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10),
             "[Nov 3, 2025 at 9:14 AM] #work #ideas " + path + "\n…Walked to the harbour. Wrote the plan.…");
 }
 
@@ -43,9 +39,9 @@ TEST(SearchEntries, ShowsTheNewestHitFirstWithAnEmptyLineBetween) {
   const std::string earlier =
       home.write("a.md", EntryFile{.date = "2025-11-01T19:40:00Z", .body = "The harbour."}.text());
   const std::string later = home.write("b.md", EntryFile{.tags = "work", .body = "Harbour again."}.text());
-  EXPECT_EQ(searchEntries("harbour", noTag, 10), "[Nov 3, 2025 at 9:14 AM] #work " + later +
-                                                     "\n…Harbour again.…\n\n" + "[Nov 1, 2025 at 7:40 PM] " +
-                                                     earlier + "\n…The harbour.…");
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10), "[Nov 3, 2025 at 9:14 AM] #work " + later +
+                                                      "\n…Harbour again.…\n\n" + "[Nov 1, 2025 at 7:40 PM] " +
+                                                      earlier + "\n…The harbour.…");
 }
 
 TEST(SearchEntries, FindsWordsWithoutRegardToLetterCase) {
@@ -78,7 +74,7 @@ TEST(SearchEntries, LooksIntoBodiesOnly) {
                                               .body = "Body"}
                                         .text());
   for (const char* query : {"harbour", "filename", "754", "model", "2025", "date", "---", "tags:"}) {
-    EXPECT_EQ(searchEntries(query, noTag, 10), noMatch(query));
+    EXPECT_EQ(searchEntries(query, anyTag, 10), noMatch(query));
   }
   EXPECT_TRUE(isFound("body"));
 }
@@ -101,10 +97,10 @@ TEST(SearchEntries, ListsTheNewestEntriesByTheirFirstLinesWhereThereIsNoQuery) {
   const std::string b = home.write(
       "b.md", EntryFile{.date = "2025-11-02T12:00:00Z", .tags = "work", .body = "Second\nmore"}.text());
   const std::string c = home.write("c.md", EntryFile{.date = "2025-11-03T12:00:00Z"}.text());
-  EXPECT_EQ(searchEntries("", noTag, 10), "[Nov 3, 2025 at 12:00 PM] " + c +
-                                              "\n\n\n[Nov 2, 2025 at 12:00 PM] #work " + b +
-                                              "\nSecond\n\n[Nov 1, 2025 at 12:00 PM] " + a + "\nFirst");
-  EXPECT_EQ(searchEntries("", noTag, 2),
+  EXPECT_EQ(searchEntries("", anyTag, 10), "[Nov 3, 2025 at 12:00 PM] " + c +
+                                               "\n\n\n[Nov 2, 2025 at 12:00 PM] #work " + b +
+                                               "\nSecond\n\n[Nov 1, 2025 at 12:00 PM] " + a + "\nFirst");
+  EXPECT_EQ(searchEntries("", anyTag, 2),
             "[Nov 3, 2025 at 12:00 PM] " + c + "\n\n\n[Nov 2, 2025 at 12:00 PM] #work " + b + "\nSecond");
   EXPECT_EQ(searchEntries("", "work", 10), "[Nov 2, 2025 at 12:00 PM] #work " + b + "\nSecond");
 }
@@ -130,29 +126,29 @@ TEST(SearchEntries, KeepsTheNewestHitsUpToTheLimitAndSaysNothingOfTheOthers) {
     expected += "[Oct " + std::to_string(day) + ", 2025 at 12:00 PM] " + home.journal() + "/d" +
                 std::to_string(31 - day) + ".md\n…harbour…";
   }
-  EXPECT_EQ(searchEntries("harbour", noTag, 10), expected);
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10), expected);
 }
 
 TEST(SearchEntries, KeepsNothingWhereTheLimitIsZero) {
   const TemporaryHome home;
   home.write("a.md", entryWithBody("harbour"));
-  EXPECT_EQ(searchEntries("harbour", noTag, 0), "No entries match \"harbour\".");
+  EXPECT_EQ(searchEntries("harbour", anyTag, 0), "No entries match \"harbour\".");
 }
 
 TEST(SearchEntries, KeepsHitsWithEqualDatesInTheOrderOfTheWalk) {
   const TemporaryHome home;
   for (const char* name : {"b.md", "sub/a.md", "a.md"}) home.write(name, entryWithBody("harbour"));
   const std::string& journal = home.journal();
-  EXPECT_EQ(searchEntries("harbour", noTag, 2), dateInWords + " " + journal + "/a.md\n…harbour…\n\n" +
-                                                    dateInWords + " " + journal + "/b.md\n…harbour…");
+  EXPECT_EQ(searchEntries("harbour", anyTag, 2), dateInWords + " " + journal + "/a.md\n…harbour…\n\n" +
+                                                     dateInWords + " " + journal + "/b.md\n…harbour…");
 }
 
 TEST(SearchEntries, SaysThatNothingMatches) {
   const TemporaryHome home;
-  EXPECT_EQ(searchEntries("harbour", noTag, 10), "No entries match \"harbour\".") << "an empty journal";
-  EXPECT_EQ(searchEntries("", noTag, 10), "No entries match \"\".") << "an empty journal";
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10), "No entries match \"harbour\".") << "an empty journal";
+  EXPECT_EQ(searchEntries("", anyTag, 10), "No entries match \"\".") << "an empty journal";
   home.write("a.md", EntryFile{.tags = "work", .body = "Text"}.text());
-  EXPECT_EQ(searchEntries("harbour", noTag, 10), "No entries match \"harbour\".");
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10), "No entries match \"harbour\".");
   EXPECT_EQ(searchEntries("harbour", "work", 10), "No entries tagged work match \"harbour\".");
   EXPECT_EQ(searchEntries("text", "home", 10), "No entries tagged home match \"text\".");
   EXPECT_EQ(searchEntries("", "home", 10), "No entries tagged home match \"\".");
@@ -162,7 +158,7 @@ TEST(SearchEntries, RepeatsTheQueryExactlyAsItWasSent) {
   const TemporaryHome home;
   for (const std::string& query : {"  Harbour "s, "a \"quoted\" word"s, "two\nlines"s, "\\ / \t"s, "\0nul"s,
                                    "é e\u0301"s, std::string(10000, 'q')}) {
-    EXPECT_EQ(searchEntries(query, noTag, 10), noMatch(query));
+    EXPECT_EQ(searchEntries(query, anyTag, 10), noMatch(query));
   }
 }
 
@@ -186,7 +182,7 @@ TEST(SearchEntries, ShowsTheFirstLineOfAHitThatIsOneInATurkishLocaleAlone) {
   TemporaryHome home;
   const std::string path = home.write("a.md", entryWithBody("First line\nISPARTA"));
   home.setLocale("tr_TR");
-  const std::string found = searchEntries("ısparta", noTag, 10);
+  const std::string found = searchEntries("ısparta", anyTag, 10);
   EXPECT_EQ(found.substr(found.find('\n') + 1), "First line");
 }
 
@@ -194,7 +190,7 @@ TEST(SearchEntries, ShowsAPathThatIsNotUtf8WithReplacements) {
   const TemporaryHome home;
   if (!takesNamesThatAreNoText()) GTEST_SKIP() << "the file system takes no such name";
   home.write("f\xFF.md", entryWithBody("harbour"));
-  EXPECT_EQ(searchEntries("harbour", noTag, 10), dateInWords + " " + home.journal() + "/f�.md\n…harbour…");
+  EXPECT_EQ(searchEntries("harbour", anyTag, 10), dateInWords + " " + home.journal() + "/f�.md\n…harbour…");
 }
 
 TEST(SearchEntries, FindsNulsInBodies) {

@@ -33,7 +33,7 @@ std::string valueOf(const std::string& key) {
 }
 
 // The binary form of an XML property list.
-std::string binary(std::string_view xml) {
+std::string inBinary(std::string_view xml) {
   plist_t list = nullptr;
   plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &list);
   char* bytes = nullptr;
@@ -56,7 +56,7 @@ TEST(Preferences, AreReadFromAnXmlPropertyList) {
 
 TEST(Preferences, AreReadFromABinaryPropertyList) {
   const TemporaryHome home;
-  writeFile(settingsFile(home), binary(propertyListOfText("journalRoot", "~/Journal")));
+  writeFile(settingsFile(home), inBinary(propertyListOfText("journalRoot", "~/Journal")));
   EXPECT_EQ(valueOf("journalRoot"), "~/Journal");
 }
 
@@ -67,7 +67,7 @@ TEST(Preferences, TextsAreUtf8AndTakenAsTheyStand) {
         std::string("a<b>&\"c\"'"), std::string("line\nfeed"), std::string(100000, 'x')}) {
     writeFile(settingsFile(home), propertyListOfText("k", text));
     EXPECT_EQ(valueOf("k"), text);
-    writeFile(settingsFile(home), binary(propertyListOfText("k", text)));
+    writeFile(settingsFile(home), inBinary(propertyListOfText("k", text)));
     EXPECT_EQ(valueOf("k"), text) << "binary";
   }
 }
@@ -90,7 +90,7 @@ TEST(Preferences, AValueOfAnotherKindIsNoText) {
         "<dict><key>journalRoot</key><string>/j</string></dict>"}) {
     writeFile(settingsFile(home), propertyListWith("journalRoot", value));
     EXPECT_EQ(valueOf("journalRoot"), "none") << value;
-    writeFile(settingsFile(home), binary(propertyListWith("journalRoot", value)));
+    writeFile(settingsFile(home), inBinary(propertyListWith("journalRoot", value)));
     EXPECT_EQ(valueOf("journalRoot"), "none") << "binary " << value;
   }
 }
@@ -99,7 +99,7 @@ TEST(Preferences, ThatAreNoPropertyListOfNamesAreNotRead) {
   const TemporaryHome home;
   EXPECT_EQ(valueOf("journalRoot"), "unreadable") << "no file";
   const std::string whole = propertyListOfText("journalRoot", "/j");
-  const std::string wholeBinary = binary(whole);
+  const std::string wholeBinary = inBinary(whole);
   for (const std::string& content :
        {std::string(), std::string("\n"), std::string("garbage"), std::string("<plist"),
         std::string("bplist00"),

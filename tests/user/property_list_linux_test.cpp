@@ -44,7 +44,7 @@ std::string xml(std::string_view content, std::string_view declarations = "") {
 
 // The binary form, put together from objects as they stand in the file. All references and offsets take four
 // bytes.
-std::string binary(const std::vector<std::string>& objects, std::uint32_t top = 0) {
+std::string binaryFormOf(const std::vector<std::string>& objects, std::uint32_t top = 0) {
   const auto number = [](std::uint64_t value, int size) {
     std::string bytes;
     for (int i = size - 1; i >= 0; --i) bytes += static_cast<char>(value >> (8 * i));
@@ -188,8 +188,8 @@ TEST(PropertyList, IsNotTakenForNoneWhereMemoryIsShort) {
   const std::string wide = repeated(std::string("\0j", 2), folder.size());
   for (const std::string& list :
        {xml("<dict><key>journalRoot</key><string>" + folder + "</string><key>other</key><true/></dict>"),
-        binary({"\xD1" + references({1, 2}), text("journalRoot"), text(folder)}),
-        binary({"\xD1" + references({1, 2}), text("journalRoot"), counted(0x6, folder.size()) + wide})})
+        binaryFormOf({"\xD1" + references({1, 2}), text("journalRoot"), text(folder)}),
+        binaryFormOf({"\xD1" + references({1, 2}), text("journalRoot"), counted(0x6, folder.size()) + wide})})
     EXPECT_EQ(readingWhereMemoryIsShort(list, {{"journalRoot", folder}}), "read in the end")
         << testing::PrintToString(list.substr(0, 30));
 }
@@ -231,7 +231,7 @@ TEST(XmlPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
 }
 
 TEST(BinaryPropertyList, HoldsNamesAndTexts) {
-  EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")})),
+  EXPECT_EQ(textsOfPropertyList(binaryFormOf({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")})),
             journalAtJ);
 }
 
@@ -251,7 +251,7 @@ TEST(BinaryPropertyList, HoldsTextsInUtf16) {
     std::string wide = counted(0x6, c.units.size());
     for (const char16_t unit : c.units) wide.append({static_cast<char>(unit >> 8), static_cast<char>(unit)});
     // What follows would make a pair of the last unit.
-    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), wide, "\xDE\x00"s})),
+    EXPECT_EQ(textsOfPropertyList(binaryFormOf({"\xD1" + references({1, 2}), text("a"), wide, "\xDE\x00"s})),
               (PropertyTexts{{"a", c.text}}));
   }
 }
@@ -260,14 +260,15 @@ TEST(BinaryPropertyList, TakesNoTextOfBytesThatIsNotAscii) {
   for (const auto& [value, texts] :
        {std::pair(text("\x7F"), PropertyTexts{{"a", "\x7F"}}), std::pair(text("\x80"), PropertyTexts{}),
         std::pair(text("\xC3\xA9"), PropertyTexts{})})
-    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), value})), texts) << value;
+    EXPECT_EQ(textsOfPropertyList(binaryFormOf({"\xD1" + references({1, 2}), text("a"), value})), texts)
+        << value;
 }
 
 TEST(BinaryPropertyList, TakesNoTextThatWouldReachBeyondItsEnd) {
   // Of the 46 bytes from the first character on, 12 are the table's and 32 the trailer's.
   for (const int count : {24, 40, 47}) {
     const std::string reaching{'\x6F', '\x10', static_cast<char>(count), '\0', 'j'};
-    EXPECT_EQ(textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), reaching})),
+    EXPECT_EQ(textsOfPropertyList(binaryFormOf({"\xD1" + references({1, 2}), text("a"), reaching})),
               PropertyTexts{})
         << count;
   }
@@ -278,7 +279,7 @@ TEST(BinaryPropertyList, MayReferToItselfAndToTheSameAgainAndAgain) {
                                       text("/j")};
   for (std::uint32_t i = 4; i < 100; ++i) objects.push_back("\xA3" + references({i + 1, i + 1, 0}));
   objects.push_back(text("end"));
-  EXPECT_EQ(textsOfPropertyList(binary(objects)), journalAtJ);
+  EXPECT_EQ(textsOfPropertyList(binaryFormOf(objects)), journalAtJ);
 }
 
 TEST(BinaryPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
@@ -288,8 +289,8 @@ TEST(BinaryPropertyList, OfANameThatOccursTwiceTheLastValueCounts) {
                                             "\x09",
                                             "\xD2" + references({0, 0, 1, 2}),
                                             "\xD2" + references({0, 0, 1, 3})};
-  EXPECT_EQ(textsOfPropertyList(binary(objects, 4)), (PropertyTexts{{"a", "2"}}));
-  EXPECT_EQ(textsOfPropertyList(binary(objects, 5)), PropertyTexts{});
+  EXPECT_EQ(textsOfPropertyList(binaryFormOf(objects, 4)), (PropertyTexts{{"a", "2"}}));
+  EXPECT_EQ(textsOfPropertyList(binaryFormOf(objects, 5)), PropertyTexts{});
 }
 
 TEST(BinaryPropertyList, HoldsNoMoreTextThanItCouldBeMeantTo) {
@@ -298,12 +299,12 @@ TEST(BinaryPropertyList, HoldsNoMoreTextThanItCouldBeMeantTo) {
   numbers.resize(2 * count, 2);
   const std::vector<std::string> objects = {counted(0xD, count) + references(numbers), text("a"),
                                             text(std::string(1 << 20, 'x'))};
-  EXPECT_EQ(textsOfPropertyList(binary(objects)), std::nullopt);
+  EXPECT_EQ(textsOfPropertyList(binaryFormOf(objects)), std::nullopt);
 
   constexpr std::size_t most = (64 << 20) - 1;  // beside the one character of the name
   for (const std::size_t length : {most, most + 1}) {
-    const auto texts =
-        textsOfPropertyList(binary({"\xD1" + references({1, 2}), text("a"), text(std::string(length, 'x'))}));
+    const auto texts = textsOfPropertyList(
+        binaryFormOf({"\xD1" + references({1, 2}), text("a"), text(std::string(length, 'x'))}));
     EXPECT_EQ(texts.has_value(), length == most);
   }
 }
@@ -314,8 +315,8 @@ TEST(BinaryPropertyList, LooksAtALongTextOnlySoManyTimes) {
   const auto list = [](std::uint32_t count) {
     std::vector<std::uint32_t> numbers(count, 1);
     numbers.resize(2 * count, 2);
-    return binary({counted(0xD, count) + references(numbers), text("a"),
-                   counted(0x5, length) + std::string(length - 1, 'x') + "\xFF"});
+    return binaryFormOf({counted(0xD, count) + references(numbers), text("a"),
+                         counted(0x5, length) + std::string(length - 1, 'x') + "\xFF"});
   };
   EXPECT_EQ(textsOfPropertyList(list(2)), PropertyTexts{});
   EXPECT_LT(timeToRead(list(2000), 4), 5 * timeToRead(list(20), 4));
@@ -324,21 +325,21 @@ TEST(BinaryPropertyList, LooksAtALongTextOnlySoManyTimes) {
 TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
   const std::string name = text("a");
   for (const std::string& list :
-       {binary({"\xD1" + references({1, 9}), name}),
-        binary({"\xD1" + references({1, 2}), name,
-                "\x5E"
-                "short"},
-               7),
-        binary({"\xDE" + references({1, 1}), name}), binary({counted(0xD, 0xFFFFFFFF), name}),
-        binary({std::string("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10), name}),
-        binary({"\xDF\x14", name}), binary({"\xDF", name}), binary({"\xD1" + references({1, 1}), "\x09"}),
-        binary({name}), binary({}), std::string("bplist00") + std::string(32, '\xFF'),
-        std::string("bplist00") + std::string(32, '\0')})
+       {binaryFormOf({"\xD1" + references({1, 9}), name}),
+        binaryFormOf({"\xD1" + references({1, 2}), name,
+                      "\x5E"
+                      "short"},
+                     7),
+        binaryFormOf({"\xDE" + references({1, 1}), name}), binaryFormOf({counted(0xD, 0xFFFFFFFF), name}),
+        binaryFormOf({std::string("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10), name}),
+        binaryFormOf({"\xDF\x14", name}), binaryFormOf({"\xDF", name}),
+        binaryFormOf({"\xD1" + references({1, 1}), "\x09"}), binaryFormOf({name}), binaryFormOf({}),
+        std::string("bplist00") + std::string(32, '\xFF'), std::string("bplist00") + std::string(32, '\0')})
     EXPECT_EQ(textsOfPropertyList(list), std::nullopt) << testing::PrintToString(list);
 }
 
 TEST(BinaryPropertyList, HasNoMoreObjectsThanBytes) {
-  std::string list = binary({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")});
+  std::string list = binaryFormOf({"\xD1" + references({1, 2}), text("journalRoot"), text("/j")});
   char& lastOfCount = list[list.size() - 17];
   lastOfCount = static_cast<char>(list.size());
   EXPECT_EQ(textsOfPropertyList(list), journalAtJ);

@@ -43,7 +43,7 @@ Lines told(
   return lines;
 }
 
-std::string joined(const Lines& lines) {
+std::string inOneText(const Lines& lines) {
   std::string text;
   for (const std::string& line : lines) text.append(line).append("\n\n");
   return text;
@@ -97,25 +97,25 @@ class ColdFiles : public testing::Test {
 TEST_F(ColdFiles, AreToldLikeThoseInMemoryAndInTheSameOrder) {
   const Lines cold = told(folder_.path());
   EXPECT_EQ(cold.size(), 4U * 50 + 8 * 3 + 12 + 6);
-  EXPECT_EQ(joined(cold), joined(toldWarm()));
+  EXPECT_EQ(inOneText(cold), inOneText(toldWarm()));
 }
 
 TEST_F(ColdFiles, AmongOthersInMemoryAreToldInTheSameOrder) {
   const Lines warm = toldWarm();
   for (const char* name : {"103/150.md", "106/deeper/106.md", "112/102.md"}) {
     ASSERT_TRUE(forgetFile(folder_.below(name)));
-    EXPECT_EQ(joined(told(folder_.path())), joined(warm)) << name;
+    EXPECT_EQ(inOneText(told(folder_.path())), inOneText(warm)) << name;
   }
 }
 
 TEST_F(ColdFiles, AreAllToldHoweverFewDescriptorsThereAre) {
   if (!canRefuseCalls()) GTEST_SKIP() << noFilter;
-  const std::string warm = joined(toldWarm());
+  const std::string warm = inOneText(toldWarm());
   for (const std::size_t descriptors : {3U, 4U, 5U, 6U, 8U, 13U, 34U, 36U}) {
     ASSERT_TRUE(forgetFilesBelow(folder_.path()));
     EXPECT_EQ(fromSlowDisk([&] {
                 limitFurtherDescriptors(descriptors);
-                return joined(told(folder_.path()));
+                return inOneText(told(folder_.path()));
               }),
               warm)
         << descriptors;
@@ -168,8 +168,8 @@ TEST_F(ColdFiles, ThatAreReplacedByLinksMeanwhileLeadNowhereElse) {
     std::filesystem::remove_all(folder_.below("112"));
     makeLink(folder_.below("112"), elsewhere.path());
   });
-  EXPECT_EQ(joined(lines).find("secret"), std::string::npos);
-  EXPECT_NE(joined(lines).find("not /103/150.md"), std::string::npos);
+  EXPECT_EQ(inOneText(lines).find("secret"), std::string::npos);
+  EXPECT_NE(inOneText(lines).find("not /103/150.md"), std::string::npos);
   EXPECT_EQ(lines.back(), "not /112/");
 }
 

@@ -20,7 +20,7 @@
 namespace halvane {
 namespace {
 
-constexpr int levels = 40;
+constexpr int depth = 40;
 const std::string folderName(200, 'd');
 
 void writeBelow(int folder, const std::string& text) {
@@ -33,7 +33,7 @@ void writeBelow(int folder, const std::string& text) {
 void makeDeepJournal(const std::string& journal) {
   makeFolder(journal);
   int folder = open(journal.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  for (int level = 0; level < levels; ++level) {
+  for (int level = 0; level < depth; ++level) {
     writeBelow(folder, EntryFile{.body = "level " + std::to_string(level) + "."}.text());
     ASSERT_EQ(mkdirat(folder, folderName.c_str(), 0777), 0);
     const int next = openat(folder, folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -68,7 +68,7 @@ TEST(DeepJournal, IsListedToItsEndAndEveryPathOfItCanBeRead) {
     path += "/" + folderName;
     ++level;
   }
-  EXPECT_EQ(level, levels);
+  EXPECT_EQ(level, depth);
   EXPECT_GT(path.size(), std::size_t{PATH_MAX});
   EXPECT_EQ(server.finish(), quietEnding);
 }

@@ -13,7 +13,7 @@
 namespace halvane {
 namespace {
 
-const std::string ping = R"({"jsonrpc":"2.0","id":1,"method":"ping"})";
+const std::string onePing = R"({"jsonrpc":"2.0","id":1,"method":"ping"})";
 
 Ending endingWith(const TemporaryHome& home, const std::function<void()>& before) {
   ServerProcess server({.home = home.path(), .before = before});
@@ -41,7 +41,7 @@ TEST(InputEnd, OfANullDeviceIsAtOnce) {
 TEST(InputEnd, OfAFileComesAfterItsLastLine) {
   const TemporaryHome home;
   const std::string file = home.below("requests");
-  writeFile(file, ping + "\n" + ping);
+  writeFile(file, onePing + "\n" + onePing);
   const Ending ending = endingWith(home, [&] { openAs(STDIN_FILENO, file, O_RDONLY); });
   EXPECT_EQ(ending.status, 0);
   EXPECT_EQ(std::count(ending.output.begin(), ending.output.end(), '\n'), 2);

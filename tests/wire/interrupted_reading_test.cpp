@@ -18,7 +18,7 @@
 namespace halvane {
 namespace {
 
-const std::string ping = "{\"id\":1,\"method\":\"ping\"}\n";
+const std::string pingLine = "{\"id\":1,\"method\":\"ping\"}\n";
 const std::string reply = R"({"id":1,"jsonrpc":"2.0","result":{}})";
 
 void dontBlockOnInput() {
@@ -27,10 +27,10 @@ void dontBlockOnInput() {
 
 // Sends a ping in two pieces, with `between` done while the server waits for the second.
 void expectReplyAround(ServerProcess& server, const std::function<void()>& between) {
-  server.write(ping.substr(0, 10));
+  server.write(pingLine.substr(0, 10));
   ASSERT_TRUE(waitUntilAsleep(server.id()));
   between();
-  server.write(ping.substr(10));
+  server.write(pingLine.substr(10));
   EXPECT_EQ(canonicalJson(server.receive().value_or("")), reply);
 }
 

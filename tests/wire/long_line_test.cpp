@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/processor_time.h"
 #include "tests/wire/server_process.h"
@@ -12,8 +13,6 @@
 
 namespace halvane {
 namespace {
-
-constexpr std::size_t mebibyte = 1 << 20;
 
 std::string pingWith(std::size_t bytes) {
   return R"({"jsonrpc":"2.0","id":1,"params":")" + std::string(bytes, 'x') + R"(","method":"ping"})";

@@ -2,6 +2,7 @@
 
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
@@ -10,8 +11,6 @@
 
 namespace halvane {
 namespace {
-
-constexpr std::size_t mebibyte = 1 << 20;
 
 class MemoryGivenBack : public testing::Test {
  protected:

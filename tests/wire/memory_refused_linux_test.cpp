@@ -5,6 +5,7 @@
 
 #include "tests/support/entry_file.h"
 #include "tests/support/temporary_home.h"
+#include "tests/support/units.h"
 #include "tests/wire/messages.h"
 #include "tests/wire/process_state.h"
 #include "tests/wire/server_process.h"
@@ -14,8 +15,6 @@
 
 namespace halvane {
 namespace {
-
-constexpr std::size_t mebibyte = 1 << 20;
 
 class MemoryRefused : public testing::Test {
  protected:

@@ -32,15 +32,15 @@ void expectCutoff(const std::string& zone, std::int64_t present, std::int64_t da
   EXPECT_EQ(server.finish(), quietEnding);
 }
 
-struct Case {
+struct Cutoff {
   const char* zone;
   const char* present;
   std::int64_t days;
   const char* cutoff;
 };
 
-void expectCutoffs(const std::vector<Case>& cases) {
-  for (const Case& one : cases)
+void expectCutoffs(const std::vector<Cutoff>& cutoffs) {
+  for (const Cutoff& one : cutoffs)
     expectCutoff(one.zone, secondsOf(one.present), one.days, secondsOf(one.cutoff));
 }
 
