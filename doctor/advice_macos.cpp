@@ -6,11 +6,12 @@ namespace halvane {
 std::string advice(const std::error_code& error) {
   if (!error) {
     return "macOS protects the Documents folder for each app. If your assistant finds nothing all the same, "
-           "allow its app under System Settings, Privacy & Security, Files and Folders. Then restart it.";
+           "allow the assistant's app under System Settings, Privacy & Security, Files and Folders. Then "
+           "restart the app.";
   }
   if (error != std::errc::permission_denied && error != std::errc::operation_not_permitted) return {};
   return "macOS protects the Documents folder. Allow this terminal and your assistant's app under System "
-         "Settings, Privacy & Security, Files and Folders. Then restart both.";
+         "Settings, Privacy & Security, Files and Folders. Then restart both apps.";
 }
 
 }  // namespace halvane

@@ -19,7 +19,10 @@ constexpr std::string_view help =
     "usage: halvane_doctor [--help | --version]\n"
     "\n"
     "Shows what an AI assistant finds in your journal, and what it doesn't. Lines that need attention begin\n"
-    "with \"!\". The exit status is 0 if there are none, 1 if there are some, and 2 for any other argument.\n"
+    "with \"!\".\n"
+    "\n"
+    "The exit status is 0 if no line needs attention, and 1 if one does or the report can't be written.\n"
+    "With a wrong argument, it is 2.\n"
     "\n"
     "  --help     prints this text\n"
     "  --version  prints the version\n";

@@ -26,7 +26,8 @@ std::string inWords(Refusal why) {
     case Refusal::noDate:
       return "it has no date in its front matter.";
     case Refusal::badDate:
-      return "its date must look like 2025-03-16T12:15:00+01:00, without quotes, on a day that exists.";
+      return "its date must look like 2025-03-16T12:15:00+01:00, without quotes or a fraction of a second, "
+             "on a day that exists.";
   }
   return {};
 }
@@ -42,7 +43,8 @@ std::string inWords(Trouble why) {
     case Trouble::otherExtension:
       return "the server does not read it: its name must end in .md, in small letters.";
     case Trouble::noTag:
-      return "it is an entry without tags: its tags line must look like tags: work, garden.";
+      return "it is an entry without tags: its tags line must look like tags: work, garden; "
+             "each tag has at most 30 characters.";
   }
   return {};
 }
@@ -81,12 +83,12 @@ void describeCloud(const CloudFiles& files, Page& page) {
   if (files.placeholders > 0) {
     page.attention("Entries that iCloud Drive has not downloaded: " + std::to_string(files.placeholders) +
                    ". The server can't see them.");
-    page.line(
-        "In the Finder, control-click the journal's folder and choose Keep Downloaded or Download Now.");
+    page.line("In the Finder, control-click the journal folder and choose Keep Downloaded or Download Now.");
   }
   if (files.withoutContent > 0) {
-    page.line("Files that were only in iCloud Drive: " + std::to_string(files.withoutContent) +
-              ". A question waits until they are downloaded.");
+    page.line(
+        "Files that were only in iCloud Drive before this report: " + std::to_string(files.withoutContent) +
+        ". The server waits for the download when it reads such a file.");
   }
 }
 
@@ -105,13 +107,16 @@ void describeEntries(const Examination& examination, Page& page) {
 }  // namespace
 
 void describeContent(const Examination& examination, Page& page) {
-  page.heading("What is in it");
+  page.heading("What is in the journal folder");
   if (examination.error) {
-    page.attention("It can't be read: " + examination.error.message());
-    if (examination.error == std::errc::no_such_file_or_directory)
-      page.line("If your journal is elsewhere, set the preference journalRoot to its folder.");
+    page.attention("The folder can't be read: " + examination.error.message());
+    if (examination.error == std::errc::no_such_file_or_directory) {
+      page.line(
+          "If your journal is elsewhere, name its folder under the key journalRoot in Halvane's "
+          "preferences.");
+    }
   } else {
-    page.line("It can be read.");
+    page.line("The folder can be read.");
     describeEntries(examination, page);
     describeFindings(examination, page);
     describeCloud(examination.inTheCloud, page);

@@ -23,7 +23,7 @@ TEST(Advice, OfPermissionsIsForThoseWhoLackOne) {
   const TemporaryHome home;
   home.setJournalRoot(primarySuite, "~/Nowhere");
   const Answer given = callDoctor({.home = home.path()});
-  EXPECT_TRUE(given.says("\n! It can't be read: No such file or directory\n")) << given.output;
+  EXPECT_TRUE(given.says("\n! The folder can't be read: No such file or directory\n")) << given.output;
   EXPECT_FALSE(given.says(" ls -ld shows the permissions.\n")) << given.output;
 }
 

@@ -45,7 +45,8 @@ TEST_F(Entries, AreNotWhatIsHiddenOrNamedOtherwise) {
 TEST_F(Entries, AreMissedInAnEmptyJournal) {
   makeFolder(home_.journal());
   const Answer given = answer();
-  EXPECT_TRUE(given.says("It can be read.\n  Files whose names end in .md: 0\n  Entries among them: 0\n"))
+  EXPECT_TRUE(
+      given.says("The folder can be read.\n  Files whose names end in .md: 0\n  Entries among them: 0\n"))
       << given.output;
   EXPECT_TRUE(given.says("\n! The server finds no entries.\n")) << given.output;
   EXPECT_EQ(given.status, 1);
@@ -78,7 +79,8 @@ const std::string date = "date: 2025-11-03T09:14:00Z\n";
 const std::string noFrontMatter = "it has no front matter";
 const std::string noClosingLine = "its front matter has no closing line";
 const std::string noDate = "it has no date in its front matter.\n";
-const std::string otherDate = "its date must look like 2025-03-16T12:15:00+01:00";
+const std::string otherDate =
+    "its date must look like 2025-03-16T12:15:00+01:00, without quotes or a fraction";
 const std::string windowsLines = "its lines end in CR LF, as on Windows";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -93,6 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Refused{"ADayAlone", "---\ndate: 2025-11-03\n---\nText", otherDate},
                     Refused{"ADateInQuotes", "---\ndate: \"2025-11-03T09:14:00Z\"\n---\n", otherDate},
                     Refused{"ADayThatNeverWas", "---\ndate: 2025-02-30T09:14:00Z\n---\n", otherDate},
+                    Refused{"AFractionOfASecond", "---\ndate: 2025-11-03T09:14:00.5Z\n---\n", otherDate},
                     Refused{"AnEmptyDate", "---\ndate:\n---\n", otherDate},
                     Refused{"BytesThatAreNoText", "---\n" + date + "---\ncaf\xE9", "it is not UTF-8 text.\n"},
                     Refused{"Utf16", std::string("\xFF\xFE-\0-\0-\0\n\0", 10), "it is not UTF-8 text.\n"},

@@ -39,19 +39,20 @@ class Readability : public testing::Test {
 
 TEST_F(Readability, OfAnOrdinaryJournalIsGiven) {
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\nWhat is in it\n  It can be read.\n")) << given.output;
+  EXPECT_TRUE(given.says("\nWhat is in the journal folder\n  The folder can be read.\n")) << given.output;
   EXPECT_EQ(given.status, 0);
 }
 
 TEST_F(Readability, OfTheJournalIsDeniedWithTheSystemsAnswer) {
   const Answer given = answerWithout(home_.journal());
-  EXPECT_TRUE(given.says("\nWhat is in it\n! It can't be read: Permission denied\n")) << given.output;
+  EXPECT_TRUE(given.says("\nWhat is in the journal folder\n! The folder can't be read: Permission denied\n"))
+      << given.output;
   EXPECT_EQ(given.status, 1);
 }
 
 TEST_F(Readability, OfTheJournalIsDeniedByAFolderOnTheWay) {
   const Answer given = answerWithout(home_.below("Documents"));
-  EXPECT_TRUE(given.says("\n! It can't be read: Permission denied\n")) << given.output;
+  EXPECT_TRUE(given.says("\n! The folder can't be read: Permission denied\n")) << given.output;
   EXPECT_EQ(given.status, 1);
 }
 
@@ -59,8 +60,9 @@ TEST_F(Readability, OfAJournalThatIsNotThereIsNone) {
   home_.setJournalRoot(primarySuite, "~/Nowhere");
   const Answer given = answer();
   EXPECT_TRUE(
-      given.says("\n! It can't be read: No such file or directory\n"
-                 "  If your journal is elsewhere, set the preference journalRoot to its folder.\n"))
+      given.says("\n! The folder can't be read: No such file or directory\n"
+                 "  If your journal is elsewhere, name its folder under the key journalRoot in Halvane's "
+                 "preferences.\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
 }
@@ -68,7 +70,7 @@ TEST_F(Readability, OfAJournalThatIsNotThereIsNone) {
 TEST_F(Readability, OfAJournalThatIsAFileIsNone) {
   home_.setJournalRoot(primarySuite, closed_);
   const Answer given = answer();
-  EXPECT_TRUE(given.says("\n! It can't be read: Not a directory\n")) << given.output;
+  EXPECT_TRUE(given.says("\n! The folder can't be read: Not a directory\n")) << given.output;
   EXPECT_EQ(given.status, 1);
 }
 

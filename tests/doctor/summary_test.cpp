@@ -81,7 +81,8 @@ TEST_P(Tags, AreMissedWhereALineOfThemGivesNone) {
   home.write("2025/a.md", "---\ndate: 2025-11-03T09:14:00Z\n" + GetParam().frontMatter + "---\n- text\n");
   const Answer given = callDoctor({.home = home.path()});
   const bool isTold = given.says(
-      "\n! 2025/a.md: it is an entry without tags: its tags line must look like tags: work, garden.\n");
+      "\n! 2025/a.md: it is an entry without tags: its tags line must look like tags: work, garden; "
+      "each tag has at most 30 characters.\n");
   EXPECT_NE(isTold, GetParam().isGood) << given.output;
   EXPECT_EQ(given.status, GetParam().isGood ? 0 : 1);
 }
