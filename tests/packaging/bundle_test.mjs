@@ -1,4 +1,4 @@
-// The one-click bundle, unpacked and started as a client does it.
+// The bundle, unpacked and started as a client does it.
 //   node bundle_test.mjs PACKAGES EXAMPLES
 
 import assert from 'node:assert/strict';
