@@ -14,6 +14,12 @@ if(HALVANE_STATIC AND NOT APPLE)
     int main() {}]] HALVANE_LIBRARY_UNPACKS_RELOCATIONS)
 endif()
 
+# What nothing calls is left out: the streams and locales of the C++ library, for example, which come with Boost.JSON.
+# The program is a tenth smaller, and has fewer addresses to adjust.
+if(HALVANE_STATIC AND NOT APPLE)
+  add_compile_options(-ffunction-sections -fdata-sections)
+endif()
+
 # halvane_link_statically(program): with HALVANE_STATIC, the program is one file that needs no library and no loader,
 # and still gets another address at each start.
 #
@@ -25,7 +31,7 @@ function(halvane_link_statically program)
   # CMake would add -pie at the end, and the program would need the loader again.
   set_property(TARGET ${program} PROPERTY POSITION_INDEPENDENT_CODE)
   target_compile_options(${program} PRIVATE -fPIE)
-  target_link_options(${program} PRIVATE -static-pie)
+  target_link_options(${program} PRIVATE -static-pie -Wl,--gc-sections)
   if(HALVANE_LINKER_PACKS_RELOCATIONS AND HALVANE_LIBRARY_UNPACKS_RELOCATIONS)
     target_link_options(${program} PRIVATE -Wl,-z,pack-relative-relocs)
   endif()
