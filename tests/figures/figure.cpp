@@ -21,6 +21,11 @@ void expectAtMost(std::string_view name, double value, std::string_view unit, do
   EXPECT_LE(value, goal) << name;
 }
 
+void expectRatioAtMost(std::string_view name, double ratio, std::string_view unit, double goal) {
+  print(name, ratio, unit, "at most ", goal);
+  EXPECT_LE(ratio, 1.5 * goal) << name;
+}
+
 void expectExactly(std::string_view name, double value, std::string_view unit, double goal) {
   print(name, value, unit, "", goal);
   EXPECT_EQ(value, goal) << name;
