@@ -21,14 +21,14 @@ QueryLetters::QueryLetters(std::u32string_view units, bool turkic) : units_(unit
 
 std::vector<char32_t> QueryLetters::lastForms(std::size_t index) {
   std::vector<char32_t> forms = known(index).last;
-  if (index == 0) return forms;
+  if (index == 0 || forms.empty()) return forms;
   return withShared(formsOfPair(units_[begin(index) - 1], units_[begin(index)]).last, index,
                     std::move(forms));
 }
 
 std::vector<char32_t> QueryLetters::firstForms(std::size_t index) {
   std::vector<char32_t> forms = known(index).first;
-  if (index + 1 == count()) return forms;
+  if (index + 1 == count() || forms.empty()) return forms;
   return withShared(formsOfPair(units_[end(index) - 1], units_[end(index)]).first, index, std::move(forms));
 }
 
@@ -51,7 +51,7 @@ const LetterForms& QueryLetters::known(std::size_t index) {
 // `forms` and the code points that the letter shares with a neighbour; none when marks are between the two.
 std::vector<char32_t> QueryLetters::withShared(const std::vector<char32_t>& shared, std::size_t index,
                                                std::vector<char32_t> forms) const {
-  if (shared.empty() || forms.empty()) return forms;
+  if (shared.empty()) return forms;
   if (end(index) - begin(index) > 1) return {};
   for (const char32_t form : shared) forms.push_back(form);
   return forms;

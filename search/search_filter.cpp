@@ -2,8 +2,10 @@
 
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,7 +45,7 @@ std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
 
 // Of a query with more letters, we consider only the first ones: counting all seams would take more than
 // linear time. The limit is high, because the one good seam may come late: "abab...abc" in a body of
-// "abab...".
+// "abab...". Seams that occur again are hardly ever better where they do, and are considered once.
 constexpr std::size_t maxConsidered = 16384;
 
 // How often each seam, a letter and the next one, occurs among the letters that we consider.
@@ -84,14 +86,17 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
   QueryLetters letters(units, turkic);
   const SeamCounts counts = countSeams(letters);
   Choice choice;
+  std::set<std::u32string_view> considered;
   for (std::size_t i = 0; i < maxConsidered && i < letters.count(); ++i) {
-    if (letters.shareCodePoint(i)) continue;
+    const std::u32string_view seam = letters.units(i, std::min(i + 1, letters.count() - 1));
+    if (considered.contains(seam) || letters.shareCodePoint(i)) continue;
     const std::optional<ByteSet> before = lastBytes(letters.lastForms(i));
     if (!before) continue;
+    considered.insert(seam);
     SearchFilter filter{*before, *before, 0, letters.end(i)};
     choice.consider(filter, std::uint64_t{1000} * commonness(*before));
     if (i + 1 == letters.count()) continue;
-    const std::uint64_t times = attraction(letters.units(i, i + 1), counts);
+    const std::uint64_t times = attraction(seam, counts);
     const std::vector<char32_t> next = letters.firstForms(i + 1);
     for (filter.distance = 1; filter.distance <= U8_MAX_LENGTH; ++filter.distance) {
       const std::optional<ByteSet> after = bytesAt(next, filter.distance - 1);
