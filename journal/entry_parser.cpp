@@ -48,6 +48,14 @@ struct FrontMatter {
   Value date, tags;
 };
 
+// Whether the key of `line` can be "date" or "tags". Most keys begin with another letter, which no trimming
+// takes off, and are not looked at any further.
+bool mayNameDateOrTags(std::string_view line) {
+  if (line.empty()) return false;
+  const char first = line.front();
+  return first == 'd' || first == 't' || first < 'a' || first > 'z';
+}
+
 // Takes the front matter off `rest`, and the line that closes it. Nothing when it has no end.
 std::optional<FrontMatter> takeFrontMatter(std::string_view& rest) {
   FrontMatter matter{rest, {}, {}};
@@ -57,6 +65,7 @@ std::optional<FrontMatter> takeFrontMatter(std::string_view& rest) {
       matter.lines = {matter.lines.begin(), text.begin()};
       return matter;
     }
+    if (!mayNameDateOrTags(text)) continue;
     const Line line = takeApart(text);
     if (line.key == "date") matter.date = line.value;
     if (line.key == "tags") matter.tags = line.value;
