@@ -19,23 +19,22 @@ std::size_t PossiblePlaces::next() {
     if (at_ >= end) return std::string_view::npos;
     const std::size_t unseen = at_;
     const std::size_t begin = at_ = std::min(at_, last);  // the last step looks at some places again
-    found_ = findPairs(body_.data(), at_, last, distance, filter_.beforeSeam, filter_.afterSeam);
+    found_ = findPairs(body_.data(), at_, last, distance, filter_.first, filter_.second);
     if (at_ == begin) found_ = found_ >> (unseen - begin) << (unseen - begin);
     if (found_ == 0) at_ = std::max(at_, begin + step);
   }
   const std::size_t place = at_ + static_cast<std::size_t>(std::countr_zero(found_));
   found_ &= found_ - 1;
   if (found_ == 0) at_ += step;
-  return place;
+  return place + filter_.seam - 1;
 }
 
 // For a body that is shorter than a step.
 std::size_t PossiblePlaces::nextByByte() {
   const auto byteAt = [this](std::size_t index) { return static_cast<std::uint8_t>(body_[index]); };
   for (; at_ + filter_.distance < body_.size(); ++at_) {
-    if (!filter_.beforeSeam.holds(byteAt(at_)) || !filter_.afterSeam.holds(byteAt(at_ + filter_.distance)))
-      continue;
-    return at_++;
+    if (!filter_.first.holds(byteAt(at_)) || !filter_.second.holds(byteAt(at_ + filter_.distance))) continue;
+    return at_++ + filter_.seam - 1;
   }
   return std::string_view::npos;
 }

@@ -34,11 +34,14 @@ std::optional<ByteSet> bytesAt(const std::vector<char32_t>& forms, std::size_t i
   return set;
 }
 
-std::optional<ByteSet> lastBytes(const std::vector<char32_t>& forms) {
+// The same, for the bytes that may be `index` places before the last one.
+std::optional<ByteSet> bytesFromEnd(const std::vector<char32_t>& forms, std::size_t index) {
   ByteSet set;
   if (forms.empty()) return std::nullopt;
   for (const char32_t form : forms) {
-    if (!set.add(static_cast<std::uint8_t>(utf8Of(form).back()))) return std::nullopt;
+    const std::string bytes = utf8Of(form);
+    if (index >= bytes.size() || !set.add(static_cast<std::uint8_t>(bytes[bytes.size() - 1 - index])))
+      return std::nullopt;
   }
   return set;
 }
@@ -80,20 +83,31 @@ class Choice {
   std::uint64_t leastCommon_ = 0;
 };
 
+// For the only letter of a query. Its last byte alone would rule out little: many letters of a script share
+// it.
+std::optional<SearchFilter> filterForLetter(QueryLetters& letters) {
+  const std::vector<char32_t> forms = letters.lastForms(0);
+  const std::optional<ByteSet> last = bytesFromEnd(forms, 0);
+  if (!last) return std::nullopt;
+  if (const auto before = bytesFromEnd(forms, 1)) return SearchFilter{*before, *last, 1, 2, letters.end(0)};
+  return SearchFilter{*last, *last, 0, 1, letters.end(0)};
+}
+
 }  // namespace
 
 std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bool turkic) {
   QueryLetters letters(units, turkic);
+  if (letters.count() == 1) return filterForLetter(letters);
   const SeamCounts counts = countSeams(letters);
   Choice choice;
   std::set<std::u32string_view> considered;
   for (std::size_t i = 0; i < maxConsidered && i < letters.count(); ++i) {
     const std::u32string_view seam = letters.units(i, std::min(i + 1, letters.count() - 1));
     if (considered.contains(seam) || letters.shareCodePoint(i)) continue;
-    const std::optional<ByteSet> before = lastBytes(letters.lastForms(i));
+    const std::optional<ByteSet> before = bytesFromEnd(letters.lastForms(i), 0);
     if (!before) continue;
     considered.insert(seam);
-    SearchFilter filter{*before, *before, 0, letters.end(i)};
+    SearchFilter filter{*before, *before, 0, 1, letters.end(i)};
     choice.consider(filter, std::uint64_t{1000} * commonness(*before));
     if (i + 1 == letters.count()) continue;
     const std::uint64_t times = attraction(seam, counts);
@@ -101,7 +115,7 @@ std::optional<SearchFilter> SearchFilter::forQuery(std::u32string_view units, bo
     for (filter.distance = 1; filter.distance <= U8_MAX_LENGTH; ++filter.distance) {
       const std::optional<ByteSet> after = bytesAt(next, filter.distance - 1);
       if (!after) continue;
-      filter.afterSeam = *after;
+      filter.second = *after;
       choice.consider(filter, times * commonness(*before) * commonness(*after));
     }
   }

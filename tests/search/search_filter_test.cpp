@@ -18,8 +18,8 @@ void expectSeam(std::u32string_view query, std::size_t unitsBefore, char before,
   ASSERT_TRUE(filter);
   EXPECT_EQ(filter->unitsBefore, unitsBefore);
   EXPECT_EQ(filter->distance, 1U);
-  EXPECT_TRUE(filter->beforeSeam.holds(static_cast<std::uint8_t>(before))) << before;
-  EXPECT_TRUE(filter->afterSeam.holds(static_cast<std::uint8_t>(after))) << after;
+  EXPECT_TRUE(filter->first.holds(static_cast<std::uint8_t>(before))) << before;
+  EXPECT_TRUE(filter->second.holds(static_cast<std::uint8_t>(after))) << after;
 }
 
 TEST(SeamOfAQuery, LiesBetweenTheRarestLetters) {
@@ -48,9 +48,23 @@ TEST(SeamOfAQuery, OfASingleLetterIsThatLetterAlone) {
   ASSERT_TRUE(filter);
   EXPECT_EQ(filter->distance, 0U);
   EXPECT_EQ(filter->unitsBefore, 1U);
-  EXPECT_TRUE(filter->beforeSeam.holds('x'));
-  EXPECT_TRUE(filter->beforeSeam.holds('X'));
-  EXPECT_FALSE(filter->beforeSeam.holds('y'));
+  EXPECT_TRUE(filter->first.holds('x'));
+  EXPECT_TRUE(filter->first.holds('X'));
+  EXPECT_FALSE(filter->first.holds('y'));
+}
+
+// Many letters of one script end with the same byte.
+TEST(SeamOfAQuery, OfALetterOfSeveralBytesIsAfterItsLastTwo) {
+  for (const std::u32string_view letter : {U"ж", U"河", U"🌻"}) {
+    const std::optional<SearchFilter> filter = SearchFilter::forQuery(letter, false);
+    ASSERT_TRUE(filter);
+    EXPECT_EQ(filter->distance, 1U);
+    EXPECT_EQ(filter->seam, 2U);
+    EXPECT_EQ(filter->unitsBefore, 1U);
+  }
+  const std::optional<SearchFilter> flower = SearchFilter::forQuery(U"🌻", false);
+  EXPECT_TRUE(flower->first.holds(0x8C));
+  EXPECT_TRUE(flower->second.holds(0xBB));
 }
 
 TEST(SeamOfAQuery, IsNotKnownForEveryQuery) {
