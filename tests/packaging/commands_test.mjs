@@ -6,12 +6,13 @@
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
 import { accessSync, constants, cpSync, existsSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
-import { join, relative } from 'node:path';
+import { join, relative, resolve } from 'node:path';
 import { test } from 'node:test';
 import { homeWith, temporaryFolder } from './conversation.mjs';
 import { documentAt } from './document.mjs';
 
-const [, , source, build] = process.argv;
+const [, , sourceArgument, build] = process.argv;
+const source = resolve(sourceArgument);
 const typesEverything = build === 'everything';
 const inSource = (name) => documentAt(join(source, name));
 const [readme, clients, configuration, contributing] =
@@ -146,8 +147,13 @@ test('The names of tests in CONTRIBUTING.md are those of tests', { skip: typesEv
 // Some of its commands are only named in a table. Each script knows what it is given.
 const ofContributors = [...contributing.commands, ...contributing.inline].filter((code) => code.startsWith('script/'));
 
+function lackOf(script) {
+  const [, interpreter] = /^#!\/usr\/bin\/env (\S+)/.exec(readFileSync(join(copy, script), 'utf8')) ?? [];
+  return run(`command -v ${interpreter}`).status === 0 ? false : `${interpreter} is not installed here`;
+}
+
 for (const script of new Set(ofContributors.map((command) => command.split(' ')[0]))) {
-  test(`${script} can be run and explains the forms that CONTRIBUTING.md names`, () => {
+  test(`${script} can be run and explains the forms that CONTRIBUTING.md names`, { skip: lackOf(script) }, () => {
     accessSync(join(copy, script), constants.X_OK);
     const { stdout, stderr } = run(`${script} --help`);
     const named = ofContributors.filter((command) => command.split(' ')[0] === script);
