@@ -21,7 +21,7 @@ unsigned commonness(std::uint8_t byte) {
 
 // With a blank after each.
 constexpr std::u32string_view pairsOftenTogether =
-    U"th he in er an re nd at on nt ha es st en ed to it ou ea hi is or ti as te et ng of al de se le sa si ar ve ra ld ur ch sc ei ie un ic qu ll ss ee ai me ne ro ma li la co om ca io el di";
+    U"th he in er an re nd at on nt ha es st en ed to it ou ea hi is or ti as te et ng of al de se le sa si ar ve ra ld ur ch sc ei ie un ic qu ee ai me ne ro ma li la co om ca io el di";
 
 }  // namespace
 
@@ -36,6 +36,7 @@ unsigned commonness(const ByteSet& set) {
 
 bool areOftenTogether(std::u32string_view letters) {
   if (letters.size() != 2) return false;
+  if (letters[0] == letters[1]) return true;
   for (std::size_t i = 0; i < pairsOftenTogether.size(); i += 3) {
     if (pairsOftenTogether.substr(i, 2) == letters) return true;
   }

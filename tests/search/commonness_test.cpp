@@ -42,7 +42,7 @@ TEST(Commonness, OfASetIsThatOfAllItsBytesTogether) {
 }
 
 TEST(LettersOftenTogether, AreTwoOfOneWordInOneOrder) {
-  for (const std::u32string_view letters : {U"th", U"he", U"qu", U"ch", U"di"})
+  for (const std::u32string_view letters : {U"th", U"he", U"qu", U"ch", U"di", U"ll", U"pp"})
     EXPECT_TRUE(areOftenTogether(letters));
   for (const std::u32string_view letters : {U"", U"t", U"the", U"ht", U"xq", U"h ", U" e", U"TH"})
     EXPECT_FALSE(areOftenTogether(letters));
