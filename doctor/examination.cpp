@@ -125,6 +125,8 @@ Examination examineJournal(Progress& progress) {
       [&](std::string_view path, std::string_view content) { reading.seeFile(path, content); },
       [&](std::string_view path) { reading.passOver(path); },
       [&](std::string_view path, const Directory& listing) { reading.seeFolder(path, listing); });
+  std::stable_sort(examination.findings.begin(), examination.findings.end(),
+                   [](const Finding& left, const Finding& right) { return left.path < right.path; });
   return examination;
 }
 

@@ -48,12 +48,12 @@ struct FrontMatter {
   Value date, tags;
 };
 
-// Whether the key of `line` can be "date" or "tags". Most keys begin with another letter, which no trimming
-// takes off, and are not looked at any further.
+// Whether the key of `line` can be "date" or "tags". Most lines begin with another key's first letter, which
+// no trimming takes off, and are not looked at any further.
 bool mayNameDateOrTags(std::string_view line) {
   if (line.empty()) return false;
-  const char first = line.front();
-  return first == 'd' || first == 't' || first < 'a' || first > 'z';
+  const bool beginsWithLetter = line.front() >= 'a' && line.front() <= 'z';
+  return !beginsWithLetter || line.starts_with("date") || line.starts_with("tags");
 }
 
 // Takes the front matter off `rest`, and the line that closes it. Nothing when it has no end.
@@ -99,6 +99,17 @@ std::optional<std::string> copyOf(const Value& text) {
 
 }  // namespace
 
+std::optional<EntryHead> EntryHead::read(std::string_view firstBytes) {
+  std::string_view rest = withoutByteOrderMark(firstBytes);
+  if (takeLine(rest) != delimiter) return std::nullopt;
+  const std::optional<FrontMatter> matter = takeFrontMatter(rest);
+  // The line that closes the front matter may be cut, too.
+  if (!matter || firstBytes.ends_with(delimiter) || !isUtf8(matter->lines)) return std::nullopt;
+  const Value date = trimmed(matter->date);
+  const std::optional<Instant> moment = date ? parseInternetDateTime(*date) : std::nullopt;
+  return moment ? std::optional<EntryHead>({*moment, trimmed(matter->tags)}) : std::nullopt;
+}
+
 EntryReading EntryText::read(std::string_view file) {
   if (!isUtf8(file)) return Refusal::notUtf8;
   std::string_view rest = withoutByteOrderMark(file);
@@ -115,7 +126,7 @@ EntryReading EntryText::read(std::string_view file) {
   if (!date) return Refusal::noDate;
   const std::optional<Instant> moment = parseInternetDateTime(*date);
   if (!moment) return date->ends_with('\r') ? Refusal::carriageReturns : Refusal::badDate;
-  return EntryText{*moment, trimmed(matter->tags), matter->lines, trimWhitespacesAndNewlines(rest)};
+  return EntryText{{*moment, trimmed(matter->tags)}, matter->lines, trimWhitespacesAndNewlines(rest)};
 }
 
 Value EntryText::value(std::string_view key) const {
@@ -127,7 +138,7 @@ Value EntryText::value(std::string_view key) const {
   return trimmed(last);
 }
 
-bool EntryText::hasTag(std::string_view tag) const {
+bool EntryHead::hasTag(std::string_view tag) const {
   return tags && Entry::isAmongTags(tag, *tags);
 }
 
@@ -148,7 +159,7 @@ Entry EntryText::entry(const FileUrl& fileURL) const {
 
 std::optional<Entry> Entry::parse(const FileUrl& fileURL) {
   ByteBuffer buffer;
-  const std::optional<std::string_view> file = readFile(fileURL.path, entryOpenings, buffer);
+  const std::optional<std::string_view> file = readFile(fileURL.path, {entryOpenings}, buffer);
   if (!file) return std::nullopt;
   const EntryReading text = EntryText::read(*file);
   return text ? std::optional<Entry>(text->entry(fileURL)) : std::nullopt;

@@ -24,14 +24,25 @@ enum class Refusal {
   badDate           ///< its date is not an internet date-time, or of a day that doesn't exist
 };
 
+/// What a tool may ask each entry for, as views of its file's bytes, valid as long as those bytes.
+struct EntryHead {
+  Instant date;
+  std::optional<std::string_view> tags;  // the value of "tags"
+
+  /// Reads it from the first bytes of a file, raw and cut anywhere. Nothing when they don't hold the whole
+  /// front matter of an entry. What comes after the front matter is not looked at.
+  static std::optional<EntryHead> read(std::string_view firstBytes);
+
+  /// Whether one of the entry's tags is the canonical tag `tag`.
+  bool hasTag(std::string_view tag) const;
+};
+
 class EntryReading;
 
 /// The parts of an entry as views of its file's bytes, valid as long as those bytes. Most entries are only
 /// looked at and passed over, so nothing is copied.
-struct EntryText {
-  Instant date;
-  std::optional<std::string_view> tags;  // the value of "tags"; a search may ask each entry for it
-  std::string_view frontMatter;          // the lines between its delimiters
+struct EntryText : EntryHead {
+  std::string_view frontMatter;  // the lines between its delimiters
   std::string_view body;
 
   /// Reads an entry file's raw bytes: gives the parts, or the first reason why the file is not an entry.
@@ -40,9 +51,6 @@ struct EntryText {
   /// The value of `key` in the front matter, trimmed but not yet read: the last one where the key occurs more
   /// than once. Nothing where it doesn't occur.
   std::optional<std::string_view> value(std::string_view key) const;
-
-  /// Whether one of the entry's tags is the canonical tag `tag`.
-  bool hasTag(std::string_view tag) const;
 
   /// The entry itself, which owns its texts. It comes from the file at `fileURL`.
   Entry entry(const FileUrl& fileURL) const;

@@ -13,16 +13,35 @@
 namespace halvane {
 namespace {
 
+// Whether the file at `left` comes before the one at `right` where their dates are equal.
+bool comesFirst(std::string_view left, std::string_view right) {
+  const auto differ = std::mismatch(left.begin(), left.end(), right.begin(), right.end()).first;
+  const std::size_t shared = std::string_view(left.begin(), differ).rfind('/') + 1;
+  left.remove_prefix(shared);
+  right.remove_prefix(shared);
+  const std::size_t leftSlash = left.find('/');
+  const std::size_t rightSlash = right.find('/');
+  const bool isFile = leftSlash == std::string_view::npos;
+  if (isFile != (rightSlash == std::string_view::npos)) return isFile;
+  return left.substr(0, leftSlash) < right.substr(0, rightSlash);
+}
+
 // The contents of the files that may become entries. To make an Entry takes longer than to search a file, and
-// newer files replace most of them later, so the entries are made at the end. There are never more than twice
-// as many as are wanted.
+// newer files may replace it later, so the entries are made at the end. There are never more than twice as
+// many files as are wanted.
 class NewestFiles {
  public:
   explicit NewestFiles(std::size_t maxEntries) : maxEntries_(maxEntries) {}
 
-  // Takes a file with the entry's `date`. Of files with equal dates, those taken first stay.
+  // Whether there are as many as are wanted, so that some dates are too old.
+  bool areEnough() const { return oldest_.has_value(); }
+
+  // Whether a file with this date may still be among the newest.
+  bool mayTake(Instant date) const { return !oldest_ || date >= *oldest_; }
+
+  // Takes a file with the entry's `date`.
   void take(Instant date, std::string_view path, std::string_view content) {
-    if (oldest_ && date <= *oldest_) return;
+    if (!mayTake(date)) return;
     files_.push_back({date, std::string(path), std::string(content)});
     if (files_.size() / 2 > maxEntries_) sortAndCut();
   }
@@ -46,8 +65,9 @@ class NewestFiles {
   };
 
   void sortAndCut() {
-    std::stable_sort(files_.begin(), files_.end(),
-                     [](const File& left, const File& right) { return left.date > right.date; });
+    std::sort(files_.begin(), files_.end(), [](const File& left, const File& right) {
+      return left.date != right.date ? left.date > right.date : comesFirst(left.path, right.path);
+    });
     if (files_.size() < maxEntries_ || files_.empty()) return;
     files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(maxEntries_), files_.end());
     if (!files_.empty()) oldest_ = files_.back().date;
@@ -58,17 +78,24 @@ class NewestFiles {
   std::optional<Instant> oldest_;  // of those that are kept, once there are as many as are wanted
 };
 
-}  // namespace
-
-std::vector<Entry> loadEntries() {
-  return loadEntries([](const EntryText&) { return true; });
+bool pass(const EntryTests& tests, const EntryText& entry) {
+  return (!tests.head || tests.head(entry)) && (!tests.body || tests.body(entry.body));
 }
 
-std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep, std::size_t newest) {
+}  // namespace
+
+std::vector<Entry> loadEntries(const EntryTests& tests, std::size_t newest) {
   NewestFiles files(newest);
-  readFilesBelow(journalRoot().path, ".md", entryOpenings, [&](std::string_view path, std::string_view file) {
+  const auto mayBeWanted = [&](std::string_view firstBytes) {
+    if (!tests.head && !files.areEnough()) return true;
+    const std::optional<EntryHead> head = EntryHead::read(firstBytes);
+    return !head || (files.mayTake(head->date) && (!tests.head || tests.head(*head)));
+  };
+  const Beginning beginning{entryOpenings, mayBeWanted};
+  readFilesBelow(journalRoot().path, ".md", beginning, [&](std::string_view path, std::string_view file) {
+    if (tests.file && !tests.file(file)) return;
     const EntryReading text = EntryText::read(file);
-    if (text && keep(*text)) files.take(text->date, path, file);
+    if (text && pass(tests, *text)) files.take(text->date, path, file);
   });
   return files.entries();
 }

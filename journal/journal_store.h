@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "journal/entry.h"
@@ -12,15 +13,22 @@
 
 namespace halvane {
 
-/// All entries of the journal, newest first, read at each call: every file below journalRoot() whose
-/// extension is "md", without hidden files and files that are not entries. Entries with equal dates come in
-/// the order of the walk: a folder's files before its sub-folders, each by the bytes of their names. Empty
-/// when there is no journal or it can't be read.
-std::vector<Entry> loadEntries();
+/// Which entries are wanted: those that pass every test that is there. Most files fail one early, and then
+/// their rest isn't read or looked at.
+struct EntryTests {
+  /// Whether an entry with this head is wanted.
+  std::function<bool(const EntryHead&)> head = nullptr;
+  /// False for a whole file (raw bytes) if no text within it can pass as a body.
+  std::function<bool(std::string_view)> file = nullptr;
+  /// Whether an entry with this body (UTF-8) is wanted.
+  std::function<bool(std::string_view)> body = nullptr;
+};
 
-/// The first `newest` of these entries that pass the test `keep`. Tests every entry, and keeps in memory only
-/// those that can still be among the result.
-std::vector<Entry> loadEntries(const std::function<bool(const EntryText&)>& keep,
-                               std::size_t newest = SIZE_MAX);
+/// The journal's entries that are wanted, newest first and at most `newest` of them, read at each call from
+/// every file below journalRoot() whose extension is "md", without hidden files and files that are not
+/// entries. Where dates are equal, a folder's files come before those of its sub-folders, each by the bytes
+/// of their names. Empty when there is no journal or it can't be read. Keeps in memory only the entries that
+/// can still be among the result.
+std::vector<Entry> loadEntries(const EntryTests& tests = {}, std::size_t newest = SIZE_MAX);
 
 }  // namespace halvane

@@ -76,7 +76,8 @@ template <typename Visit>
 bool eachPiece(std::string_view value, Visit visit) {
   const std::string_view list = trim(value, "[] \t");
   for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find_first_of(",\n", begin), list.size());
+    std::size_t end = begin;
+    while (end < list.size() && list[end] != ',' && list[end] != '\n') ++end;
     if (!visit(list.substr(begin, end - begin))) return false;
     begin = end + 1;
   }

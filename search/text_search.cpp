@@ -136,4 +136,8 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   return std::nullopt;
 }
 
+bool TextSearch::mayBeWithin(std::string_view bytes) const {
+  return !query_->filter || PossiblePlaces(*query_->filter, bytes).next() != std::string_view::npos;
+}
+
 }  // namespace halvane

@@ -32,6 +32,10 @@ class TextSearch {
   /// for any query and body.
   std::optional<TextMatch> find(std::string_view body) const;
 
+  /// False if no text within `bytes`, which may be any bytes, has a match. True otherwise, and also for many
+  /// bytes without one. Takes much less time than find.
+  bool mayBeWithin(std::string_view bytes) const;
+
  private:
   struct Query;
 

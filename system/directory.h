@@ -11,15 +11,14 @@
 
 namespace halvane {
 
-/// The names in one folder, in the byte order of the names. Reusable: reading a folder forgets the one
-/// before.
+/// The names in one folder, in the system's order, which may be any. Reusable: reading a folder forgets the
+/// one before.
 class Directory {
  public:
   enum class Kind : std::uint8_t { regular, folder, link, unknown, other };
 
   struct Item {
-    std::size_t offset;  // of the name in the folder's list of names
-    std::uint64_t key;   // the names are in the order of their keys, and those with equal keys in byte order
+    std::size_t offset;    // of the name in the folder's list of names
     std::uint16_t length;  // of the name: no system's are longer
     Kind kind;             // as the listing tells it
   };
@@ -39,10 +38,9 @@ class Directory {
   // Takes over the NUL after the name too.
   void add(const char* name, Kind kind) {
     const std::size_t length = std::char_traits<char>::length(name);
-    items_.push_back({names_.size(), 0, static_cast<std::uint16_t>(length), kind});
+    items_.push_back({names_.size(), static_cast<std::uint16_t>(length), kind});
     names_.append(name, length + 1);
   }
-  void sortByName();
 
   std::vector<Item> items_;
   std::string names_;

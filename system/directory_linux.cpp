@@ -43,7 +43,6 @@ void Directory::read(int descriptor) {
       add(item->d_name, kindOf(item->d_type));
     }
   }
-  sortByName();
 }
 
 }  // namespace halvane

@@ -124,7 +124,6 @@ void Directory::read(int descriptor) {
       add(record.name(), record.kind());
     }
   }
-  sortByName();
 }
 
 }  // namespace halvane

@@ -15,20 +15,27 @@ constexpr std::size_t longestRead = 1 << 30;  // some systems refuse a read(2) o
 
 enum class Verdict { accepted, rejected, undecided };
 
-Verdict judge(std::string_view beginning, Openings openings) {
+Verdict judgeOpening(std::string_view firstBytes, std::span<const std::string_view> openings) {
+  if (openings.empty()) return Verdict::accepted;
   Verdict verdict = Verdict::rejected;
   for (const std::string_view opening : openings) {
-    if (beginning.starts_with(opening)) return Verdict::accepted;
-    if (opening.starts_with(beginning)) verdict = Verdict::undecided;
+    if (firstBytes.starts_with(opening)) return Verdict::accepted;
+    if (opening.starts_with(firstBytes)) verdict = Verdict::undecided;
   }
   return verdict;
 }
 
+Verdict judge(std::string_view firstBytes, const Beginning& beginning) {
+  const Verdict verdict = judgeOpening(firstBytes, beginning.openings);
+  if (verdict != Verdict::accepted || !beginning.mayBeWanted) return verdict;
+  return beginning.mayBeWanted(firstBytes) ? Verdict::accepted : Verdict::rejected;
+}
+
 // The first reading is `readFirst`, which takes and returns what read(2) does.
-std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
-                                          std::size_t limit, auto readFirst) {
+std::optional<std::string_view> readToEnd(const Descriptor& file, const Beginning& beginning,
+                                          ByteBuffer& buffer, std::size_t limit, auto readFirst) {
   std::size_t size = 0;
-  Verdict verdict = openings.empty() ? Verdict::accepted : Verdict::undecided;
+  Verdict verdict = Verdict::undecided;
   for (;;) {
     if (size == buffer.capacity() && !buffer.resize(std::max(firstRead, 2 * size))) throw std::bad_alloc();
     const std::size_t longest = verdict == Verdict::accepted ? longestRead : firstRead;
@@ -40,10 +47,10 @@ std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openi
     if (count == 0) break;
     size += static_cast<std::size_t>(count);
     if (size > limit) return std::nullopt;
-    if (verdict != Verdict::accepted) verdict = judge({buffer.data(), size}, openings);
+    if (verdict == Verdict::undecided) verdict = judge({buffer.data(), size}, beginning);
     if (verdict == Verdict::rejected) return std::nullopt;
   }
-  if (verdict != Verdict::accepted) return std::nullopt;
+  if (verdict == Verdict::undecided && !beginning.openings.empty()) return std::nullopt;
   return std::string_view(buffer.data(), size);
 }
 
@@ -60,16 +67,16 @@ bool isRegular(const Descriptor& file) {
   return fstat(file.number(), &state) == 0 && S_ISREG(state.st_mode);
 }
 
-std::optional<std::string_view> readFile(std::string_view path, Openings openings, ByteBuffer& buffer,
-                                         std::size_t limit) {
+std::optional<std::string_view> readFile(std::string_view path, const Beginning& beginning,
+                                         ByteBuffer& buffer, std::size_t limit) {
   const Descriptor file = openPath(AT_FDCWD, path, toReadFile);
   if (!file.isOpen() || !isRegular(file)) return std::nullopt;
-  return readToEnd(file, openings, buffer, limit, &read);
+  return readToEnd(file, beginning, buffer, limit, &read);
 }
 
-std::optional<std::string_view> readToEnd(const Descriptor& file, Openings openings, ByteBuffer& buffer,
-                                          ReadAhead& readAhead) {
-  return readToEnd(file, openings, buffer, SIZE_MAX, [&](int number, char* data, std::size_t size) {
+std::optional<std::string_view> readToEnd(const Descriptor& file, const Beginning& beginning,
+                                          ByteBuffer& buffer, ReadAhead& readAhead) {
+  return readToEnd(file, beginning, buffer, SIZE_MAX, [&](int number, char* data, std::size_t size) {
     return readAhead.readFirst(number, data, size);
   });
 }

@@ -14,10 +14,21 @@
 namespace halvane {
 namespace {
 
-char32_t previousCodePoint(std::string_view text, std::size_t& position) {
-  position = startOfCodePoint(text, position - 1);
+// Like nextCodePoint, but for any bytes: U+FFFD, which is no white space, stands for those that are not
+// UTF-8.
+char32_t nextOfAnyBytes(std::string_view bytes, std::size_t& position) {
+  const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  UChar32 character;
+  U8_NEXT_OR_FFFD(text, position, bytes.size(), character);
+  return static_cast<char32_t>(character);
+}
+
+char32_t previousOfAnyBytes(std::string_view bytes, std::size_t& position) {
+  const std::size_t end = position;
+  position = startOfCodePoint(bytes, end - 1);
   std::size_t next = position;
-  return nextCodePoint(text, next);
+  const char32_t character = nextOfAnyBytes(bytes, next);
+  return next == end ? character : U'\uFFFD';
 }
 
 // No set of white space has one of these.
@@ -36,10 +47,10 @@ std::string_view trim(std::string_view text, InSet inSet) {
   if (text.empty() || (isAscii(text.front()) && isAscii(text.back()))) return text;
 
   std::size_t begin = 0;
-  for (std::size_t next = 0; next < text.size() && inSet(nextCodePoint(text, next));) begin = next;
+  for (std::size_t next = 0; next < text.size() && inSet(nextOfAnyBytes(text, next));) begin = next;
   text.remove_prefix(begin);
   std::size_t end = text.size();
-  for (std::size_t next = end; next > 0 && inSet(previousCodePoint(text, next));) end = next;
+  for (std::size_t next = end; next > 0 && inSet(previousOfAnyBytes(text, next));) end = next;
   return text.substr(0, end);
 }
 

@@ -19,7 +19,7 @@ std::string listRecent(std::int64_t days, const std::optional<std::string>& tag)
   const Instant present = now();
   const Instant cutoff = daysBefore(present, days).value_or(present);
   const std::vector<Entry> recent = loadEntries(
-      [&](const EntryText& entry) { return entry.date >= cutoff && (!tag || entry.hasTag(*tag)); });
+      {.head = [&](const EntryHead& entry) { return entry.date >= cutoff && (!tag || entry.hasTag(*tag)); }});
   if (recent.empty()) return noEntries(days, tag);
 
   const DateWords words = dateStyle.words();

@@ -54,11 +54,13 @@ std::string searchEntries(std::string_view query, const std::optional<std::strin
     if (userLocaleTellsDotlessI()) turkicSearch.emplace(query, LetterI::dottedAndDotless);
   }
   const std::optional<TextSearch>& bodySearch = turkicSearch ? turkicSearch : snippetSearch;
-  const std::vector<Entry> hits = loadEntries(
-      [&](const EntryText& entry) {
-        return (!tag || entry.hasTag(*tag)) && (!bodySearch || bodySearch->find(entry.body));
-      },
-      static_cast<std::size_t>(limit));
+  EntryTests tests;
+  if (tag) tests.head = [&](const EntryHead& entry) { return entry.hasTag(*tag); };
+  if (bodySearch) {
+    tests.file = [&](std::string_view file) { return bodySearch->mayBeWithin(file); };
+    tests.body = [&](std::string_view body) { return bodySearch->find(body).has_value(); };
+  }
+  const std::vector<Entry> hits = loadEntries(tests, static_cast<std::size_t>(limit));
   if (hits.empty()) return noEntries(query, tag);
 
   const DateWords words = dateStyle.words();

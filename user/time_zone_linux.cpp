@@ -97,7 +97,7 @@ bool isReadable(const char* setting) {
 bool isZoneFile(const std::string& path) {
   constexpr std::string_view openings[] = {"TZif"};
   ByteBuffer buffer;
-  return readFile(path, openings, buffer, longestZoneFile).has_value();
+  return readFile(path, {openings}, buffer, longestZoneFile).has_value();
 }
 
 bool isLetter(char byte) {

@@ -43,7 +43,7 @@ FileFinder::FileFinder(const std::string& root, Descriptor top, std::string_view
 }
 
 bool FileFinder::next(FoundFile& found, bool mayTryAgain) {
-  while (nextFile_ == files_.size()) {
+  while (files_.empty()) {
     if (waiting_.empty()) return false;
     const bool isEntered = enterFolder(waiting_.back());
     if (!isEntered && mayTryAgain && noDescriptorIsLeft()) return false;
@@ -55,10 +55,10 @@ bool FileFinder::next(FoundFile& found, bool mayTryAgain) {
       return true;
     }
   }
-  const Directory::Item& item = files_[nextFile_];
+  const Directory::Item item = files_.back();
   found.file = openFile(item);
   if (!found.file.isOpen() && mayTryAgain && noDescriptorIsLeft()) return false;
-  ++nextFile_;
+  files_.pop_back();
   found.path.assign(path_).append(directory_.name(item));
   return true;
 }
@@ -68,20 +68,21 @@ bool FileFinder::isWanted(std::string_view name, Kind kind) const {
   return isFile && name.size() > suffix_.size() && name.ends_with(suffix_);
 }
 
-// Notes the current folder's files that are to be read, and its sub-folders, the first one on top.
+// Notes the current folder's files that are to be read, and its sub-folders. We take both from the end. The
+// files are not sorted: that would take time, and most file systems find them faster in their own order.
 void FileFinder::listFolder() {
   directory_.read(folders_.current());
   seeFolder_(folderPath(), directory_);
   files_.clear();
-  nextFile_ = 0;
-  const std::size_t firstWaiting = waiting_.size();
+  const auto firstWaiting = static_cast<std::ptrdiff_t>(waiting_.size());
   for (Directory::Item item : directory_.items()) {
     const std::string_view name = directory_.name(item);
     item.kind = kindOf(directory_, item, folders_.current());
     if (item.kind == Kind::folder) waiting_.push_back({path_.size(), std::string(name)});
     if (isWanted(name, item.kind)) files_.push_back(item);
   }
-  std::reverse(waiting_.begin() + static_cast<std::ptrdiff_t>(firstWaiting), waiting_.end());
+  std::sort(waiting_.begin() + firstWaiting, waiting_.end(),
+            [](const WaitingFolder& left, const WaitingFolder& right) { return left.name < right.name; });
 }
 
 // If the listing says that a file is regular, we don't ask again, but the file must not have become a link.

@@ -56,8 +56,7 @@ class FileFinder {
   OpenFolders folders_;
   std::vector<WaitingFolder> waiting_;
   Directory directory_;
-  std::vector<Directory::Item> files_;  // of the current folder
-  std::size_t nextFile_ = 0;
+  std::vector<Directory::Item> files_;  // of the current folder, those that are left
 };
 
 }  // namespace halvane

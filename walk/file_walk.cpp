@@ -14,8 +14,9 @@ namespace {
 // Opens files ahead of their turn if that pays, and reads them in turn.
 class FileWalk {
  public:
-  FileWalk(FileFinder finder, Openings openings, const FileVisitor& visit, const PassedOver& passOver)
-      : finder_(std::move(finder)), openings_(openings), visit_(visit), passOver_(passOver) {}
+  FileWalk(FileFinder finder, const Beginning& beginning, const FileVisitor& visit,
+           const PassedOver& passOver)
+      : finder_(std::move(finder)), beginning_(beginning), visit_(visit), passOver_(passOver) {}
 
   void run() {
     for (findAhead(); count_ > 0; findAhead()) {
@@ -52,11 +53,11 @@ class FileWalk {
   std::optional<std::string_view> readAndClose(Descriptor& opened) {
     const Descriptor file = std::move(opened);
     if (!file.isOpen()) return std::nullopt;
-    return readToEnd(file, openings_, buffer_, readAhead_);
+    return readToEnd(file, beginning_, buffer_, readAhead_);
   }
 
   FileFinder finder_;
-  Openings openings_;
+  const Beginning& beginning_;
   const FileVisitor& visit_;
   const PassedOver& passOver_;
   ReadAhead readAhead_;
@@ -69,11 +70,11 @@ class FileWalk {
 
 }  // namespace
 
-void readFilesBelow(const std::string& root, std::string_view suffix, Openings openings,
+void readFilesBelow(const std::string& root, std::string_view suffix, const Beginning& beginning,
                     const FileVisitor& visit, const PassedOver& passOver, const FolderVisitor& seeFolder) {
   Descriptor top = openPath(AT_FDCWD, root, toReadFolder);
   if (!top.isOpen()) return;
-  FileWalk(FileFinder(root, std::move(top), suffix, seeFolder), openings, visit, passOver).run();
+  FileWalk(FileFinder(root, std::move(top), suffix, seeFolder), beginning, visit, passOver).run();
 }
 
 }  // namespace halvane

@@ -405,6 +405,33 @@ TEST(EntryText, HasTheTagsOfItsEntryInTheirCanonicalForm) {
   }
 }
 
+TEST(EntryHead, IsReadFromTheFirstBytesThatHoldTheWholeFrontMatter) {
+  const std::string file = "\uFEFF" + EntryFile{.tags = "work", .body = "---\nbody"}.text();
+  const std::size_t endOfFrontMatter = file.find("\n---\n", 8) + 4;
+  for (std::size_t length = 0; length <= file.size(); ++length) {
+    const std::optional<EntryHead> head = EntryHead::read(std::string_view(file).substr(0, length));
+    if (length <= endOfFrontMatter) {
+      EXPECT_FALSE(head) << length;
+    } else if (head) {
+      EXPECT_EQ(head->date, EntryText::read(file)->date) << length;
+      EXPECT_TRUE(head->hasTag("work")) << length;
+    }
+  }
+  EXPECT_TRUE(EntryHead::read(std::string_view(file).substr(0, endOfFrontMatter + 1)));
+  EXPECT_TRUE(EntryHead::read(file));
+}
+
+TEST(EntryHead, OfAFileThatIsNoEntryIsNothing) {
+  for (const std::string& file :
+       {"text\n---\n"s, "---\n---\n"s, "---\ndate: never\n---\n"s, "---\n" + dateLine + "other: \xFF\n---\n",
+        "---\ndate\xE2\x80: 2025-11-03T09:14:00Z\n---\n"s,
+        "---\n\xC2"
+        "date: 2025-11-03T09:14:00Z\n---\n"s}) {
+    EXPECT_FALSE(EntryHead::read(file)) << testing::PrintToString(file);
+  }
+  EXPECT_TRUE(EntryHead::read("---\n" + dateLine + "---\nbody \xFF")) << "the body is not looked at";
+}
+
 TEST(EntryText, ThatIsNoneTellsTheFirstReasonWhereThereAreSeveral) {
   struct Case {
     std::string content;

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 
 #include <cstdint>
-#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/child_process.h"
@@ -192,18 +192,18 @@ TEST(JournalStore, KeepsTheNewestOfThoseThatPassATest) {
   for (int i = 0; i < 60; ++i) {
     writeEntry(home, twoDigits(i * 7 % 60) + ".md", "2025-11-03T09:" + twoDigits(i) + ":00Z");
   }
-  const auto newest = [&](std::size_t count, const std::function<bool(const EntryText&)>& keep) {
-    return namesOf(loadEntries(keep, count), home);
+  const auto newest = [&](std::size_t count, const EntryTests& tests) {
+    return namesOf(loadEntries(tests, count), home);
   };
-  const auto any = [](const EntryText&) { return true; };
-  const auto even = [](const EntryText& entry) { return std::stoi(std::string(entry.body)) % 2 == 0; };
+  const EntryTests any;
+  const EntryTests even{.body = [](std::string_view body) { return std::stoi(std::string(body)) % 2 == 0; }};
   EXPECT_EQ(newest(1, any), (Names{"53.md"}));
   EXPECT_EQ(newest(3, any), (Names{"53.md", "46.md", "39.md"}));
   EXPECT_EQ(newest(3, even), (Names{"46.md", "32.md", "18.md"}));
   EXPECT_EQ(newest(0, any), Names{});
   EXPECT_EQ(newest(1000, any).size(), 60U);
   EXPECT_EQ(newest(SIZE_MAX, even).size(), 30U);
-  EXPECT_EQ(newest(5, [](const EntryText&) { return false; }), Names{});
+  EXPECT_EQ(newest(5, {.body = [](std::string_view) { return false; }}), Names{});
 }
 
 // Wherever the newest entries stand among the others: the more are read, the fewer are still worth keeping.
@@ -218,7 +218,7 @@ TEST(JournalStore, KeepsTheNewestInWhateverOrderItMeetsThem) {
       newestFirst[static_cast<std::size_t>(count - 1 - minute)] = twoDigits(i) + ".md";
     }
     for (const std::size_t wanted : {1U, 2U, 3U, 5U, 10U, 20U, 40U}) {
-      const Names newest = namesOf(loadEntries([](const EntryText&) { return true; }, wanted), home);
+      const Names newest = namesOf(loadEntries({}, wanted), home);
       EXPECT_EQ(newest, Names(newestFirst.begin(), newestFirst.begin() + static_cast<std::ptrdiff_t>(wanted)))
           << "one in " << step;
     }
@@ -242,16 +242,83 @@ TEST(JournalStore, KeepsManyEntriesWithEqualDatesInTheOrderOfTheWalk) {
 TEST(JournalStore, KeepsTheFirstOfEqualDatesWhenThereAreMoreThanWanted) {
   const TemporaryHome home;
   for (int i = 0; i < 30; ++i) writeEntry(home, twoDigits(i) + ".md");
-  EXPECT_EQ(namesOf(loadEntries([](const EntryText&) { return true; }, 4), home),
-            (Names{"00.md", "01.md", "02.md", "03.md"}));
+  EXPECT_EQ(namesOf(loadEntries({}, 4), home), (Names{"00.md", "01.md", "02.md", "03.md"}));
 }
 
-TEST(JournalStore, TestsEveryEntry) {
+TEST(JournalStore, KeepsTheFilesOfAFolderBeforeThoseOfItsFoldersWhereDatesAreEqual) {
   const TemporaryHome home;
-  for (int i = 0; i < 10; ++i) writeEntry(home, twoDigits(i) + ".md");
-  int tested = 0;
-  loadEntries([&](const EntryText&) { return ++tested > 0; }, 1);
-  EXPECT_EQ(tested, 10);
+  const Names inOrder = {"10.md",    "9.md",        "B.md",     "a.md",       "z.md",    "é.md",  "a/b.md",
+                         "a/a/x.md", "a/c.md/x.md", "a-b/x.md", "a-b/y/a.md", "ab/x.md", "b/x.md"};
+  for (const std::string& name : inOrder) writeEntry(home, name);
+  EXPECT_EQ(loaded(home), inOrder);
+  for (std::size_t count = 0; count < inOrder.size(); ++count) {
+    EXPECT_EQ(namesOf(loadEntries({}, count), home),
+              Names(inOrder.begin(), inOrder.begin() + static_cast<std::ptrdiff_t>(count)));
+  }
+}
+
+TEST(JournalStore, TestsAnEntrysHeadThenItsFileThenItsBody) {
+  const TemporaryHome home;
+  home.write("a.md", EntryFile{.tags = "work", .body = "of the wanted tag"}.text());
+  home.write("b.md", EntryFile{.tags = "family", .body = "of the other"}.text());
+  Names asked;
+  EntryTests tests;
+  tests.head = [](const EntryHead& entry) { return entry.hasTag("work"); };
+  tests.file = [&](std::string_view file) {
+    asked.emplace_back(file.substr(0, 4));
+    return true;
+  };
+  tests.body = [&](std::string_view body) {
+    asked.emplace_back(body);
+    return true;
+  };
+  EXPECT_EQ(namesOf(loadEntries(tests), home), (Names{"a.md"}));
+  EXPECT_EQ(asked, (Names{"---\n", "of the wanted tag"}));
+  tests.file = [](std::string_view) { return false; };
+  asked.clear();
+  EXPECT_EQ(loadEntries(tests), std::vector<Entry>{});
+  EXPECT_EQ(asked, Names{});
+}
+
+TEST(JournalStore, AsksNothingAboutEntriesTooOldToBeAmongTheNewest) {
+  const TemporaryHome home;
+  for (const std::string year : {"2023", "2024", "2025"}) {
+    for (int day = 1; day <= 9; ++day)
+      writeEntry(home, year + "/" + twoDigits(day) + ".md", year + "-11-" + twoDigits(day) + "T09:14:00Z");
+  }
+  Names asked;
+  const EntryTests tests{.body = [&](std::string_view body) {
+    asked.emplace_back(body.substr(0, 5));
+    return true;
+  }};
+  EXPECT_EQ(namesOf(loadEntries(tests, 1), home), (Names{"2025/09.md"}));
+  for (const std::string& year : asked) EXPECT_EQ(year, "2025/");
+  EXPECT_GE(asked.size(), 1U);
+}
+
+// A file is read in pieces. The first one tells whether its entry may be wanted, unless it ends too early.
+TEST(JournalStore, ReadsOnWhereTheFirstPieceOfAFileEndsInItsFrontMatter) {
+  const TemporaryHome home;
+  const auto otherKey = [](std::size_t length) { return "other: " + std::string(length - 8, 'x') + "\n"; };
+  const std::string early = "---\ndate: 2001-01-01T00:00:00Z\n";
+  const std::string late = "date: 2025-11-03T09:14:00Z\n---\nbody";
+  home.write("after.md", early + otherKey(100000) + late);
+  // The first 65,536 bytes end with three hyphens, but their line goes on.
+  home.write("hyphens.md", early + otherKey(65536 - early.size() - 3) + "---x: y\n" + late);
+  home.write("old.md", early + "---\n" + otherKey(100000));
+  const EntryTests sinceThen{.head = [](const EntryHead& entry) {
+    return entry.date > parseInternetDateTime("2002-01-01T00:00:00Z");
+  }};
+  EXPECT_EQ(namesOf(loadEntries(sinceThen), home), (Names{"after.md", "hyphens.md"}));
+}
+
+TEST(JournalStore, LeavesOutAnEntryThatIsNotUtf8WhateverItsHeadSays) {
+  const TemporaryHome home;
+  home.write("front.md", "---\ndate: 2025-11-03T09:14:00Z\ntags: work, \xFF\n---\nbody");
+  home.write("body.md", "---\ndate: 2025-11-03T09:14:00Z\ntags: work\n---\nbody\xE2\x80");
+  EXPECT_EQ(loadEntries({.head = [](const EntryHead&) { return true; }}), std::vector<Entry>{});
+  EXPECT_EQ(loadEntries({.head = [](const EntryHead& entry) { return entry.hasTag("work"); }}),
+            std::vector<Entry>{});
 }
 
 }  // namespace

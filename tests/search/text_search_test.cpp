@@ -23,7 +23,11 @@ constexpr LetterI oneLetter = LetterI::oneLetter;
 constexpr LetterI dottedAndDotless = LetterI::dottedAndDotless;
 
 std::string found(const std::string& query, const std::string& body, LetterI letterI = oneLetter) {
-  return shown(TextSearch(query, letterI).find(body));
+  const TextSearch search(query, letterI);
+  const std::optional<TextMatch> match = search.find(body);
+  // Bytes that are not UTF-8 stand around the body.
+  EXPECT_TRUE(!match || search.mayBeWithin("\xC3" + body + "\xFF")) << testing::PrintToString(query);
+  return shown(match);
 }
 
 struct Case {

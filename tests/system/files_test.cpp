@@ -26,9 +26,10 @@ namespace {
 using namespace std::string_literals;
 
 // The file's content, or "nothing".
-std::string contentOf(const std::string& path, Openings openings = {}, std::size_t limit = SIZE_MAX) {
+std::string contentOf(const std::string& path, const Beginning& beginning = {},
+                      std::size_t limit = SIZE_MAX) {
   ByteBuffer buffer;
-  const std::optional<std::string_view> content = readFile(path, openings, buffer, limit);
+  const std::optional<std::string_view> content = readFile(path, beginning, buffer, limit);
   return content ? std::string(*content) : "nothing";
 }
 
@@ -178,9 +179,39 @@ TEST(ReadingAFile, GoesOnOnlyWhereItBeginsAsItShould) {
         Case{"\uFEFF\uFEFF---\n", false}, Case{"---\n" + std::string(300000, 'x'), true},
         Case{"--x" + std::string(300000, 'x'), false}}) {
     writeFile(folder.below("a.md"), c.content);
-    EXPECT_EQ(contentOf(folder.below("a.md"), openings), c.read ? c.content : "nothing")
+    EXPECT_EQ(contentOf(folder.below("a.md"), {openings}), c.read ? c.content : "nothing")
         << c.content.substr(0, 20);
   }
+}
+
+TEST(ReadingAFile, AsksOnceWhetherItMayBeWantedByItsFirstBytes) {
+  const TemporaryFolder folder;
+  constexpr std::array<std::string_view, 1> openings = {"---\n"};
+  const std::string longContent = "---\n" + std::string(300000, 'x');
+  struct Case {
+    std::string content;
+    std::vector<std::string> asked;
+  };
+  for (const Case& c : {Case{"---\nrest", {"---\nrest"}}, Case{longContent, {longContent.substr(0, 65536)}},
+                        Case{"other", {}}, Case{"--", {}}, Case{"", {}}}) {
+    writeFile(folder.below("a.md"), c.content);
+    std::vector<std::string> asked;
+    bool answer = true;
+    const Beginning beginning{openings, [&](std::string_view firstBytes) {
+                                asked.emplace_back(firstBytes);
+                                return answer;
+                              }};
+    EXPECT_EQ(contentOf(folder.below("a.md"), beginning), c.asked.empty() ? "nothing" : c.content);
+    EXPECT_EQ(asked, c.asked);
+    answer = false;
+    EXPECT_EQ(contentOf(folder.below("a.md"), beginning), "nothing");
+  }
+}
+
+TEST(ReadingAFile, OfNoBytesIsWanted) {
+  const TemporaryFolder folder;
+  writeFile(folder.below("a.md"), "");
+  EXPECT_EQ(contentOf(folder.below("a.md"), {{}, [](std::string_view) { return false; }}), "");
 }
 
 TEST(ReadingAFile, StopsAtItsLimit) {

@@ -85,6 +85,15 @@ TEST(Trimming, TakesWhatStandsAtBothEndsAndNothingWithin) {
   }
 }
 
+TEST(Trimming, LeavesBytesThatAreNotUtf8) {
+  for (const std::string& bytes : {"\xFF"s, "\xC2"s, "\x85"s, "\xE2\x80"s, "\xF0\x9F\xA6"s}) {
+    EXPECT_EQ(trimWhitespacesButNewlines(" " + bytes + "\t"), bytes) << testing::PrintToString(bytes);
+    EXPECT_EQ(trimWhitespacesAndNewlines("\n" + bytes + "\u2003"), bytes) << testing::PrintToString(bytes);
+  }
+  EXPECT_EQ(trimWhitespacesAndNewlines("\u2003\xE2\x80"), "\xE2\x80");
+  EXPECT_EQ(trimWhitespacesAndNewlines("\xE2\x80\u2003"), "\xE2\x80");
+}
+
 TEST(WhiteSpace, IsExactlyThePlatformsProperty) {
   EXPECT_EQ(differences("isWhitespace", isWhitespace), std::vector<char32_t>{});
 }

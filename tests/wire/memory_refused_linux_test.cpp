@@ -73,8 +73,8 @@ TEST_F(MemoryRefused, ForAReplyLeavesItUnanswered) {
 
 // An answer without the entry would say that the entry doesn't exist.
 TEST_F(MemoryRefused, ForAFileLeavesTheWholeCallUnanswered) {
-  const std::string large =
-      home_.write("large.md", EntryFile{.body = std::string(64 * mebibyte, 'x')}.text());
+  const EntryFile ofTheFuture{.date = "2100-01-01T00:00:00Z", .body = std::string(64 * mebibyte, 'x')};
+  const std::string large = home_.write("large.md", ofTheFuture.text());
   ServerProcess server(surroundings());
   ASSERT_TRUE(answersPing(server));
   allowMore(server, 16 * mebibyte);
