@@ -89,6 +89,15 @@ void checkEquality(const Entry& entry, const Entry& twin) {
   mustHold(!(entry == other) && !(other == entry), "another body makes another entry");
 }
 
+// A part of the file may be enough to know the head of its entry. What is known must be right.
+void checkHead(std::string_view file, const EntryText& text) {
+  mustHold(EntryHead::read(file) || file.ends_with("---"), "the whole file is enough");
+  for (const std::size_t length : {file.size() / 4, file.size() / 2, file.size() - 1, file.size()}) {
+    const std::optional<EntryHead> head = EntryHead::read(file.substr(0, length));
+    mustHold(!head || (head->date == text.date && head->tags == text.tags), "a head is that of its entry");
+  }
+}
+
 }  // namespace
 }  // namespace halvane
 
@@ -96,8 +105,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace halvane;
   const std::string_view file(reinterpret_cast<const char*>(data), size);
   checkBody(repairUtf8(file));
+  EntryHead::read(file);  // any bytes
   const EntryReading text = EntryText::read(file);
   if (!text) return 0;
+  checkHead(file, *text);
   checkValues(*text, file);
   checkReadAgain(*text);
   const Entry entry = text->entry({"/journal/x.md"});

@@ -48,12 +48,13 @@ struct FrontMatter {
   Value date, tags;
 };
 
-// Whether the key of `line` can be "date" or "tags". Most lines begin with another key's first letter, which
-// no trimming takes off, and are not looked at any further.
-bool mayNameDateOrTags(std::string_view line) {
+// Whether the key of `line` can be `key`. Most lines begin with the letters of another key, which no trimming
+// takes off, and are not looked at any further.
+bool mayBeOf(std::string_view key, std::string_view line) {
   if (line.empty()) return false;
-  const bool beginsWithLetter = line.front() >= 'a' && line.front() <= 'z';
-  return !beginsWithLetter || line.starts_with("date") || line.starts_with("tags");
+  const char first = line.front();
+  if (first < 'a' || first > 'z') return true;
+  return first == key.front() && line.starts_with(key);
 }
 
 // Takes the front matter off `rest`, and the line that closes it. Nothing when it has no end.
@@ -65,7 +66,7 @@ std::optional<FrontMatter> takeFrontMatter(std::string_view& rest) {
       matter.lines = {matter.lines.begin(), text.begin()};
       return matter;
     }
-    if (!mayNameDateOrTags(text)) continue;
+    if (!mayBeOf("date", text) && !mayBeOf("tags", text)) continue;
     const Line line = takeApart(text);
     if (line.key == "date") matter.date = line.value;
     if (line.key == "tags") matter.tags = line.value;
@@ -104,7 +105,7 @@ std::optional<EntryHead> EntryHead::read(std::string_view firstBytes) {
   if (takeLine(rest) != delimiter) return std::nullopt;
   const std::optional<FrontMatter> matter = takeFrontMatter(rest);
   // The line that closes the front matter may be cut, too.
-  if (!matter || firstBytes.ends_with(delimiter) || !isUtf8(matter->lines)) return std::nullopt;
+  if (!matter || firstBytes.ends_with(delimiter)) return std::nullopt;
   const Value date = trimmed(matter->date);
   const std::optional<Instant> moment = date ? parseInternetDateTime(*date) : std::nullopt;
   return moment ? std::optional<EntryHead>({*moment, trimmed(matter->tags)}) : std::nullopt;
@@ -132,14 +133,16 @@ EntryReading EntryText::read(std::string_view file) {
 Value EntryText::value(std::string_view key) const {
   Value last;
   for (std::string_view rest = frontMatter; !rest.empty();) {
-    const Line line = takeApart(takeLine(rest));
+    const std::string_view text = takeLine(rest);
+    if (!mayBeOf(key, text)) continue;
+    const Line line = takeApart(text);
     if (line.key == key) last = line.value;
   }
   return trimmed(last);
 }
 
 bool EntryHead::hasTag(std::string_view tag) const {
-  return tags && Entry::isAmongTags(tag, *tags);
+  return tags && isUtf8(*tags) && Entry::isAmongTags(tag, *tags);
 }
 
 Entry EntryText::entry(const FileUrl& fileURL) const {

@@ -27,10 +27,10 @@ enum class Refusal {
 /// What a tool may ask each entry for, as views of its file's bytes, valid as long as those bytes.
 struct EntryHead {
   Instant date;
-  std::optional<std::string_view> tags;  // the value of "tags"
+  std::optional<std::string_view> tags;  // the value of "tags": any bytes, if the file is not UTF-8
 
   /// Reads it from the first bytes of a file, raw and cut anywhere. Nothing when they don't hold the whole
-  /// front matter of an entry. What comes after the front matter is not looked at.
+  /// front matter of an entry. Whether the file is UTF-8, and so an entry, is not looked at.
   static std::optional<EntryHead> read(std::string_view firstBytes);
 
   /// Whether one of the entry's tags is the canonical tag `tag`.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -38,9 +39,15 @@ void appendEscaped(std::string& out, char character) {
   }
 }
 
+constexpr std::array<bool, 256> escapedBytes = [] {
+  std::array<bool, 256> escaped{};
+  std::fill_n(escaped.begin(), 0x20, true);
+  for (const char special : {'"', '\\', '/'}) escaped[static_cast<unsigned char>(special)] = true;
+  return escaped;
+}();
+
 bool mustBeEscaped(char character) {
-  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\' ||
-         character == '/';
+  return escapedBytes[static_cast<unsigned char>(character)];
 }
 
 void appendText(std::string& out, std::string_view text) {

@@ -38,36 +38,40 @@ icu::UnicodeString patternFor(const icu::Locale& locale) {
   return icu::UnicodeString::fromUTF8(withShortHours(pattern.toUTF8String(text)));
 }
 
-// ICU takes half a millisecond to find a pattern: as long as we take to search a hundred entries. So we keep
-// the last one, for as long as the user's locale stays the same.
-const icu::UnicodeString& keptPatternFor(const icu::Locale& locale) {
-  static icu::UnicodeString pattern;
-  static icu::Locale localeOfPattern;
-  if (pattern.isEmpty() || localeOfPattern != locale) {
-    pattern = patternFor(locale);
-    localeOfPattern = locale;
-  }
-  return pattern;
-}
-
 }  // namespace
 
 struct DateWords::Formatter {
+  icu::Locale locale;
   icu::SimpleDateFormat format;
+
+  static std::unique_ptr<Formatter>& ofLastAnswer();
 };
 
-DateWords::DateWords() {
+// ICU takes half a millisecond to make a formatter: as long as we take to search a hundred entries. So we
+// keep one from answer to answer, and use it for as long as the user's locale stays the same.
+std::unique_ptr<DateWords::Formatter>& DateWords::Formatter::ofLastAnswer() {
+  static std::unique_ptr<Formatter> formatter;
+  return formatter;
+}
+
+DateWords::DateWords() : formatter_(std::move(Formatter::ofLastAnswer())) {
   const icu::Locale locale(userLocale().c_str());
   UErrorCode status = U_ZERO_ERROR;
   // Without both, ICU looks for them itself, and in version 76 a very long name in LC_ALL ends the process.
   icu::Locale::setDefault(locale, status);
-  icu::TimeZone::adoptDefault(userTimeZone().release());
-  formatter_ =
-      std::make_unique<Formatter>(Formatter{icu::SimpleDateFormat(keptPatternFor(locale), locale, status)});
-  check(status);
+  std::unique_ptr<icu::TimeZone> zone = userTimeZone();
+  icu::TimeZone::setDefault(*zone);
+  if (!formatter_ || formatter_->locale != locale) {
+    formatter_ = std::make_unique<Formatter>(
+        Formatter{locale, icu::SimpleDateFormat(patternFor(locale), locale, status)});
+    check(status);
+  }
+  formatter_->format.adoptTimeZone(zone.release());
 }
 
-DateWords::~DateWords() = default;
+DateWords::~DateWords() {
+  Formatter::ofLastAnswer() = std::move(formatter_);
+}
 
 std::string DateWords::of(Instant moment) const {
   icu::UnicodeString words;

@@ -19,21 +19,25 @@ def measurements():
 def _measure_calls(run):
     """Three journals tell apart what entries, folders and the search itself take.
 
-    The two larger ones have the same folders, the smallest has fewer.
+    The two larger ones have the same folders, the smallest has fewer. A word that no entry has is looked for in
+    every entry. Of a word that many have, there are soon enough matches, and most entries are too old.
     """
 
-    def count_for(entries):
+    def count_for(entries, query):
         journal = run.journals.english(entries)
         notes = run.journals.cache / "calls.txt"
         strace = ["strace", "-f", "-c", "-U", "calls,name", "-o", notes]
-        calls = _count_of_one(strace, notes, r"(\d+) total", ENGLISH.common.query, journal, run)
-        return entries, journal.folders(), calls
+        return entries, journal.folders(), _count_of_one(strace, notes, r"(\d+) total", query, journal, run)
 
-    tiny, small, large = map(count_for, (100, 1_000, 10_000))
-    per_entry = (large[2] - small[2]) / (large[0] - small[0])
-    for_folders = small[2] - tiny[2] - per_entry * (small[0] - tiny[0])
+    def per_entry(small, large):
+        return (large[2] - small[2]) / (large[0] - small[0])
+
+    tiny, small, large = (count_for(entries, ENGLISH.absent) for entries in (100, 1_000, 10_000))
+    for_folders = small[2] - tiny[2] - per_entry(small, large) * (small[0] - tiny[0])
+    many = [count_for(entries, ENGLISH.common.query) for entries in (1_000, 10_000)]
     # To the tenth: now and then the allocator adds a call.
-    run.report.add(goals.CALLS_PER_ENTRY, "calls", round(per_entry, 1))
+    run.report.add(goals.CALLS_PER_ENTRY, "calls", round(per_entry(small, large), 1))
+    run.report.add(goals.CALLS_PER_OLD_ENTRY, "calls", round(per_entry(*many), 1))
     run.report.add(goals.CALLS_PER_FOLDER, "calls", round(for_folders / (small[1] - tiny[1]), 1))
 
 
