@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ std::vector<std::string> namesIn(const std::string& path) {
   close(descriptor);
   std::vector<std::string> names;
   for (const Directory::Item& item : directory.items()) names.emplace_back(directory.name(item));
+  std::sort(names.begin(), names.end());
   return names;
 }
 
