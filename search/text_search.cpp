@@ -10,6 +10,7 @@
 #include "search/possible_places.h"
 #include "search/search_filter.h"
 #include "text/text.h"
+#include "text/utf8.h"
 
 namespace halvane {
 namespace {
@@ -136,8 +137,25 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   return std::nullopt;
 }
 
+// Each possible place is compared within a window that is longer than any match, and only that window is
+// checked for UTF-8.
 bool TextSearch::mayBeWithin(std::string_view bytes) const {
-  return !query_->filter || PossiblePlaces(*query_->filter, bytes).next() != std::string_view::npos;
+  const Query& query = *query_;
+  if (!query.filter) return true;
+  const std::size_t reach = U8_MAX_LENGTH * (query.folded.count() + 1);
+  std::size_t comparisons = 0;
+  PossiblePlaces places(*query.filter, bytes);
+  for (std::size_t place = places.next(); place != std::string_view::npos; place = places.next()) {
+    const std::size_t seam = place + 1;
+    const std::size_t begin = startOfCodePoint(bytes, seam - std::min(seam, reach));
+    const std::size_t end = startOfCodePoint(bytes, std::min(seam + reach, bytes.size()));
+    if (end < seam) return true;  // so many bytes without the start of a code point are not UTF-8
+    const std::string_view window = bytes.substr(begin, end - begin);
+    comparisons += window.size();
+    if (comparisons > bytes.size() || !isUtf8(window)) return true;
+    if (query.mayMatchAround(window, seam - begin, comparisons)) return true;
+  }
+  return false;
 }
 
 }  // namespace halvane
