@@ -10,7 +10,6 @@
 #include "search/possible_places.h"
 #include "search/search_filter.h"
 #include "text/text.h"
-#include "text/utf8.h"
 
 namespace halvane {
 namespace {
@@ -35,6 +34,24 @@ std::size_t endOfWindow(std::string_view body, std::size_t place, std::size_t un
     nextCodePoint(body, next);
   }
   return end;
+}
+
+// The start of the code point before `position`. In bytes that are not UTF-8, it may be the start of nothing.
+std::size_t previousStart(std::string_view bytes, std::size_t position) {
+  std::size_t start = position - 1;
+  while (start > 0 && position - start < U8_MAX_LENGTH && U8_IS_TRAIL(bytes[start])) --start;
+  return start;
+}
+
+// Like startsSegment, but for any bytes.
+bool mayStartSegment(std::string_view bytes, std::size_t position) {
+  return position == 0 || position == bytes.size() || !foldingOf(nextOfAnyBytes(bytes, position)).continues;
+}
+
+// If query and body consist of the same few letters, nearly every place is possible, and comparing at each of
+// them would take too long. So after some comparisons, the exact search takes over. It takes linear time.
+std::size_t mostComparisons(std::string_view body) {
+  return body.size() / 16;
 }
 
 }  // namespace
@@ -82,8 +99,8 @@ bool TextSearch::Query::mayMatchAfter(std::string_view body, std::size_t seam,
       ++comparisons;
       continue;
     }
-    const Folding& folding = foldingAlone(nextCodePoint(body, at), folded.letterI);
-    if (!startsSegment(body, at)) return true;
+    const Folding& folding = foldingAlone(nextOfAnyBytes(body, at), folded.letterI);
+    if (!mayStartSegment(body, at)) return true;
     for (std::size_t i = 0; i < folding.count; ++i, ++matched, ++comparisons) {
       if (foldedMark(folding.units[i]) != folded.units[matched]) return false;
     }
@@ -96,10 +113,10 @@ bool TextSearch::Query::mayMatchBefore(std::string_view body, std::size_t seam,
   std::size_t at = seam;
   for (std::size_t unmatched = filter->unitsBefore; unmatched > 0;) {
     if (at == 0) return false;
-    if (!startsSegment(body, at)) return true;
-    at = startOfCodePoint(body, at - 1);
+    if (!mayStartSegment(body, at)) return true;
+    at = previousStart(body, at);
     std::size_t next = at;
-    const Folding& folding = foldingAlone(nextCodePoint(body, next), folded.letterI);
+    const Folding& folding = foldingAlone(nextOfAnyBytes(body, next), folded.letterI);
     if (folding.continues) return true;
     for (std::size_t i = folding.count; i > 0; --i, --unmatched, ++comparisons) {
       if (unmatched == 0 || foldedMark(folding.units[i - 1]) != folded.units[unmatched - 1]) return false;
@@ -118,15 +135,12 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   if (count > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
   if (!query.filter) return query.findExactly(body, 0);
 
-  // If query and body consist of the same few letters, nearly every place is possible, and comparing at each
-  // of them would take too long. So after some comparisons, the exact search takes over. It takes linear
-  // time.
-  const std::size_t maxComparisons = body.size() / 16;
   const std::size_t before = query.filter->unitsBefore;
   std::size_t comparisons = 0;
   PossiblePlaces places(*query.filter, body);
   for (std::size_t place = places.next(); place != std::string_view::npos; place = places.next()) {
-    if (comparisons > maxComparisons) return query.findExactly(body, startOfWindow(body, place, before));
+    if (comparisons > mostComparisons(body))
+      return query.findExactly(body, startOfWindow(body, place, before));
     if (!query.mayMatchAround(body, place + 1, ++comparisons)) continue;
     const std::size_t begin = startOfWindow(body, place, before);
     const std::size_t end = endOfWindow(body, place, count - before);
@@ -137,23 +151,14 @@ std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   return std::nullopt;
 }
 
-// Each possible place is compared within a window that is longer than any match, and only that window is
-// checked for UTF-8.
 bool TextSearch::mayBeWithin(std::string_view bytes) const {
   const Query& query = *query_;
   if (!query.filter) return true;
-  const std::size_t reach = U8_MAX_LENGTH * (query.folded.count() + 1);
   std::size_t comparisons = 0;
   PossiblePlaces places(*query.filter, bytes);
   for (std::size_t place = places.next(); place != std::string_view::npos; place = places.next()) {
-    const std::size_t seam = place + 1;
-    const std::size_t begin = startOfCodePoint(bytes, seam - std::min(seam, reach));
-    const std::size_t end = startOfCodePoint(bytes, std::min(seam + reach, bytes.size()));
-    if (end < seam) return true;  // so many bytes without the start of a code point are not UTF-8
-    const std::string_view window = bytes.substr(begin, end - begin);
-    comparisons += window.size();
-    if (comparisons > bytes.size() || !isUtf8(window)) return true;
-    if (query.mayMatchAround(window, seam - begin, comparisons)) return true;
+    if (comparisons > mostComparisons(bytes)) return true;
+    if (query.mayMatchAround(bytes, place + 1, ++comparisons)) return true;
   }
   return false;
 }

@@ -32,8 +32,8 @@ class TextSearch {
   /// for any query and body.
   std::optional<TextMatch> find(std::string_view body) const;
 
-  /// False if no text within `bytes`, which may be any bytes, has a match. True otherwise, and also for many
-  /// bytes without one. Takes much less time than find.
+  /// False if no part of `bytes` has a match; true otherwise, and now and then without one. Bytes that are
+  /// not UTF-8 match nothing. Takes less time than find, also linear in the length.
   bool mayBeWithin(std::string_view bytes) const;
 
  private:

@@ -14,15 +14,6 @@
 namespace halvane {
 namespace {
 
-// Like nextCodePoint, but for any bytes: U+FFFD, which is no white space, stands for those that are not
-// UTF-8.
-char32_t nextOfAnyBytes(std::string_view bytes, std::size_t& position) {
-  const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  UChar32 character;
-  U8_NEXT_OR_FFFD(text, position, bytes.size(), character);
-  return static_cast<char32_t>(character);
-}
-
 char32_t previousOfAnyBytes(std::string_view bytes, std::size_t& position) {
   const std::size_t end = position;
   position = startOfCodePoint(bytes, end - 1);

@@ -57,6 +57,14 @@ inline char32_t nextCodePoint(std::string_view text, std::size_t& position) {
   return static_cast<char32_t>(character);
 }
 
+/// The same for any bytes: U+FFFD stands for those that are not UTF-8.
+inline char32_t nextOfAnyBytes(std::string_view bytes, std::size_t& position) {
+  const auto* text = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  UChar32 character;
+  U8_NEXT_OR_FFFD(text, position, bytes.size(), character);
+  return static_cast<char32_t>(character);
+}
+
 /// Appends `character` as UTF-8.
 void appendCodePoint(std::string& text, char32_t character);
 

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <utility>
 
 #include "search/folded_query.h"
 #include "tests/search/plain_search.h"
@@ -26,10 +25,8 @@ constexpr LetterI dottedAndDotless = LetterI::dottedAndDotless;
 std::string found(const std::string& query, const std::string& body, LetterI letterI = oneLetter) {
   const TextSearch search(query, letterI);
   const std::optional<TextMatch> match = search.find(body);
-  for (const auto& [before, after] :
-       {std::pair("", ""), std::pair("---\n", "\n"), std::pair("\xC3", "\xFF")}) {
-    EXPECT_TRUE(!match || search.mayBeWithin(before + body + after)) << testing::PrintToString(query);
-  }
+  for (const char* around : {"", "---\n", "\xFF"})
+    EXPECT_TRUE(!match || search.mayBeWithin(around + body + around)) << testing::PrintToString(query);
   return shown(match);
 }
 
@@ -308,28 +305,25 @@ TEST(TextSearch, OneQueryIsFoundInManyBodies) {
   EXPECT_EQ(shown(moved.find("eine Straße")), "[5, 12)");
 }
 
-TEST(TextSearch, TellsOfMostBytesThatTheyHoldNoMatch) {
+TEST(TextSearch, TellsOfMostFilesThatTheyHoldNoMatch) {
   const TextSearch search("kingfisher", oneLetter);
-  for (const std::string& bytes :
-       {""s, "k"s, "a dog, a fish"s, "dogfish"s, "kinGFi"s, "\xFF\xC3"s, std::string(100000, '\x80')})
-    EXPECT_FALSE(search.mayBeWithin(bytes)) << testing::PrintToString(bytes.substr(0, 20));
-  for (const std::string& bytes : {"KingFisher"s, "a kingfisher\xFF"s, "gf\xFF"s})
-    EXPECT_TRUE(search.mayBeWithin(bytes)) << testing::PrintToString(bytes);
+  for (const char* text : {"", "k", "a dog, a fish", "dogfish", "kinGFi"})
+    EXPECT_FALSE(search.mayBeWithin(text)) << text;
+  for (const char* text : {"KingFisher", "a kingfisher\n"}) EXPECT_TRUE(search.mayBeWithin(text)) << text;
   EXPECT_FALSE(TextSearch("翠鸟", oneLetter).mayBeWithin("翠色的飞鸟"));
 }
 
-// A possible place in the middle of bytes that are no text is no place to look around.
-TEST(TextSearch, LooksForAMatchInAnyBytes) {
+// A file may be anything. The sanitizers see it when a byte beyond its end is read.
+TEST(TextSearch, SeesAMatchAmongBytesThatAreNoText) {
   for (const std::string& query : {"é"s, "né"s, "éa"s, "翠鸟"s, std::string(200, 'e') + "\u0301"}) {
     const TextSearch search(query, oneLetter);
-    for (const std::string& piece :
-         {"\x80"s, "\xA9"s, "\x9F"s, "\xC3"s, "\xA0\xE9\xB8\x9F"s, "\xF0\x9F"s, "\xC3\xA9\xA9"s}) {
+    for (const char* piece :
+         {"\x80", "\xA9", "\x9F", "\xC3", "\xA0\xE9\xB8\x9F", "\xF0\x9F", "\xC3\xA9\xA9", "\xFF"}) {
       std::string bytes;
       while (bytes.size() < 5000) bytes += piece;
-      for (const std::size_t cut : {0U, 1U, 2U, 3U, 70U}) {
+      for (std::size_t cut = 0; cut < 8; ++cut) {
         const std::string part = bytes.substr(cut);
         EXPECT_TRUE(search.mayBeWithin(part + query + part)) << testing::PrintToString(piece);
-        search.mayBeWithin(part);
       }
     }
   }
