@@ -17,7 +17,7 @@ constexpr off_t beginning = 65536;
 // One system call both asks and reads. Some file systems and older kernels refuse it. Then, and once the
 // answer is known, we only call read(2).
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
-  if (asks_) {
+  if (isToAsk()) {
     const iovec whole{data, size};
     constexpr off_t whereItIs = -1;
     const ssize_t count = preadv2(file, &whole, 1, whereItIs, RWF_NOWAIT);

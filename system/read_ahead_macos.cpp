@@ -19,7 +19,7 @@ constexpr std::chrono::microseconds fromMemory(50);
 // This system can't be asked whether a file is in memory, but the clock can. If something else delays a read,
 // we announce files without need, which costs one system call for each file.
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
-  if (!asks_) return ::read(file, data, size);
+  if (!isToAsk()) return ::read(file, data, size);
   const auto start = std::chrono::steady_clock::now();
   const ssize_t count = ::read(file, data, size);
   pays_ = std::chrono::steady_clock::now() - start > fromMemory;
