@@ -122,6 +122,24 @@ TEST_F(ColdFiles, AreAllToldHoweverFewDescriptorsThereAre) {
   }
 }
 
+// Here the descriptor that is missing first is one for a folder.
+TEST_F(ColdFiles, InFoldersOfTheirOwnAreAllToldHoweverFewDescriptorsThereAre) {
+  if (!canRefuseCalls()) GTEST_SKIP() << noFilter;
+  const TemporaryFolder alone;
+  for (int number = 100; number < 140; ++number)
+    writeFile(alone.below(std::to_string(number) + "/deeper/a.md"), "---\n" + std::to_string(number));
+  const std::string warm = inOneText(told(alone.path()));
+  for (std::size_t descriptors = 3; descriptors <= 12; ++descriptors) {
+    ASSERT_TRUE(forgetFilesBelow(alone.path()));
+    EXPECT_EQ(fromSlowDisk([&] {
+                limitFurtherDescriptors(descriptors);
+                return inOneText(told(alone.path()));
+              }),
+              warm)
+        << descriptors;
+  }
+}
+
 TEST_F(ColdFiles, TakeMoreDescriptorsThanThoseInMemoryButNotMany) {
   if (!canRefuseCalls()) GTEST_SKIP() << noFilter;
   const std::size_t before = openDescriptors();
