@@ -11,15 +11,6 @@ namespace {
 
 constexpr std::size_t longestTag = 30;  // user-perceived characters
 
-// Removes every "#" at the start. A "#" with a combining mark is another character and stays.
-std::string_view withoutHashes(std::string_view text) {
-  if (!text.starts_with('#')) return text;
-  Characters characters(text);
-  std::size_t begin = 0;
-  while (begin < text.size() && text[begin] == '#' && characters.forward(begin, 1) == begin + 1) ++begin;
-  return text.substr(begin);
-}
-
 bool isSeparator(std::string_view character) {
   std::size_t position = 0;
   return character == "_" || isWhitespace(nextCodePoint(character, position));
@@ -91,7 +82,7 @@ std::optional<std::string> Entry::normalizeTag(std::string_view text) {
   std::string kept(trimmed);
   if (!isOfPlainLetters(trimmed)) {
     const std::string plain = precomposed(lowercased(trimmed));
-    kept = onlyLettersDigitsAndHyphens(joinWords(withoutHashes(plain)));
+    kept = onlyLettersDigitsAndHyphens(joinWords(plain));
   }
   const std::string_view tag = trim(kept, "-");
   if (tag.empty() || isTooLong(tag)) return std::nullopt;

@@ -17,10 +17,8 @@ std::size_t PossiblePlaces::next() {
   const std::size_t last = end - step;
   while (found_ == 0) {
     if (at_ >= end) return std::string_view::npos;
-    const std::size_t unseen = at_;
     const std::size_t begin = at_ = std::min(at_, last);  // the last step looks at some places again
     found_ = findPairs(body_.data(), at_, last, distance, filter_.first, filter_.second);
-    if (at_ == begin) found_ = found_ >> (unseen - begin) << (unseen - begin);
     if (found_ == 0) at_ = std::max(at_, begin + step);
   }
   const std::size_t place = at_ + static_cast<std::size_t>(std::countr_zero(found_));

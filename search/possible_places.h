@@ -18,8 +18,8 @@ class PossiblePlaces {
   /// The places that pass `filter` in `body`. Both must outlive this.
   PossiblePlaces(const SearchFilter& filter, std::string_view body) : filter_(filter), body_(body) {}
 
-  /// The next possible place: the seam lies right after the byte there. std::string_view::npos when there are
-  /// no more.
+  /// The next possible place: the seam lies right after the byte there. Places near the end may come twice.
+  /// std::string_view::npos when there are no more.
   std::size_t next();
 
  private:

@@ -79,7 +79,6 @@ TextSearch::TextSearch(std::string_view query, LetterI letterI)
 
 TextSearch::~TextSearch() = default;
 TextSearch::TextSearch(TextSearch&&) noexcept = default;
-TextSearch& TextSearch::operator=(TextSearch&&) noexcept = default;
 
 // Whether a match may have its seam (see SearchFilter) at `seam`. Compares the text around it as far as each
 // code point is a whole segment, and counts the comparisons.
@@ -131,10 +130,9 @@ std::optional<TextMatch> TextSearch::Query::findExactly(std::string_view body, s
 
 std::optional<TextMatch> TextSearch::find(std::string_view body) const {
   const Query& query = *query_;
-  const std::size_t count = query.folded.count();
-  if (count > body.size() + body.size() / 2) return std::nullopt;  // two bytes become at most three units
   if (!query.filter) return query.findExactly(body, 0);
 
+  const std::size_t count = query.folded.count();
   const std::size_t before = query.filter->unitsBefore;
   std::size_t comparisons = 0;
   PossiblePlaces places(*query.filter, body);

@@ -26,7 +26,6 @@ class TextSearch {
   TextSearch(std::string_view query, LetterI letterI);
   ~TextSearch();
   TextSearch(TextSearch&&) noexcept;
-  TextSearch& operator=(TextSearch&&) noexcept;
 
   /// The first match in `body`, UTF-8; nothing when there is none. Takes time linear in the body's length,
   /// for any query and body.

@@ -19,7 +19,7 @@ namespace {
 
 // Languages that join date and time by a word, as in "Nov 3, 2025 at 9:14 AM". The others put a comma there.
 bool joinsByWord(const icu::Locale& locale) {
-  constexpr std::array<std::string_view, 3> languages = {"en", "fr", "eu"};
+  constexpr auto languages = std::to_array<std::string_view>({"en", "fr", "eu"});
   return std::find(languages.begin(), languages.end(), locale.getLanguage()) != languages.end();
 }
 
@@ -57,7 +57,8 @@ std::unique_ptr<DateWords::Formatter>& DateWords::Formatter::ofLastAnswer() {
 DateWords::DateWords() : formatter_(std::move(Formatter::ofLastAnswer())) {
   const icu::Locale locale(userLocale().c_str());
   UErrorCode status = U_ZERO_ERROR;
-  // Without both, ICU looks for them itself, and in version 76 a very long name in LC_ALL ends the process.
+  // Without a default locale and time zone, ICU looks for them itself, and in version 76 a very long name in
+  // LC_ALL ends the process.
   icu::Locale::setDefault(locale, status);
   std::unique_ptr<icu::TimeZone> zone = userTimeZone();
   icu::TimeZone::setDefault(*zone);

@@ -42,17 +42,16 @@ class XmlList {
       isName_ = name == "key";
       isText_ = name == "string";
       if (isName_ == name_.has_value()) refuse();
-      text_.clear();
     }
     if (depth_ == item + 1 && (isName_ || isText_)) refuse();
   }
 
   void end() {
     if (depth_ == item && isName_) {
-      name_ = std::move(text_);
+      name_ = std::exchange(text_, {});
     } else if (depth_ == item) {
       if (isText_) {
-        texts_.insert_or_assign(*name_, std::move(text_));
+        texts_.insert_or_assign(*name_, std::exchange(text_, {}));
       } else {
         texts_.erase(*name_);
       }
