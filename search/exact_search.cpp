@@ -1,5 +1,8 @@
 #include "search/exact_search.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "text/text.h"
@@ -8,6 +11,18 @@ namespace halvane {
 namespace {
 
 constexpr std::size_t insideSegment = std::string_view::npos;
+
+// The end of the ASCII characters from `begin` on that are whole segments. There must be one.
+std::size_t endOfAsciiSegments(std::string_view body, std::size_t begin) {
+  std::size_t end = begin;
+  std::uint64_t eightBytes = 0;
+  for (; body.size() - end >= sizeof(eightBytes); end += sizeof(eightBytes)) {
+    std::memcpy(&eightBytes, body.data() + end, sizeof(eightBytes));
+    if ((eightBytes & 0x8080808080808080) != 0) break;
+  }
+  while (end < body.size() && isAscii(body[end])) ++end;
+  return end == body.size() ? end : end - 1;
+}
 
 // How much of the query has been matched by the last units of the body, and where they begin.
 class Progress {
@@ -18,13 +33,27 @@ class Progress {
         count_(query.count()),
         origins_(count_, insideSegment) {}
 
-  // Takes the next unit: the first one of the segment at `origin`, or one further inside it. The query's
-  // units end with one that no text has, so when all are matched, the next one differs.
+  // Takes the next unit: the first one of the segment at `origin`, or one further inside it.
   void take(char32_t unit, std::size_t origin) {
-    while (units_[matched_] != unit && matched_ > 0) matched_ = failure_[matched_];
-    if (units_[matched_] == unit) ++matched_;
-    origins_[oldest_] = origin;
-    if (++oldest_ == count_) oldest_ = 0;
+    matched_ = matchedAfter(matched_, unit);
+    note(origin);
+  }
+
+  // Takes the ASCII characters of `body` from `at` on that are whole segments, at least one, until the query
+  // is matched. Moves `at` past them. Only the origins of the last ones are still needed then.
+  void takeAscii(const FoldedQuery& query, std::string_view body, std::size_t& at) {
+    const std::size_t begin = at;
+    const std::size_t endOfAll = endOfAsciiSegments(body, begin);
+    std::size_t end = begin;
+    std::size_t matched = matched_;  // copied, to stay in a register
+    const auto& units = query.asciiUnits;
+    do {
+      matched = matchedAfter(matched, units[static_cast<unsigned char>(body[end++])]);
+    } while (matched < count_ && end < endOfAll);
+    matched_ = matched;
+    at = end;
+    for (std::size_t origin = std::max(begin, end - std::min(end, count_)); origin < end; ++origin)
+      note(origin);
   }
 
   // Takes the units of `folding`, which belongs to a whole segment of one code point at `origin`.
@@ -46,6 +75,21 @@ class Progress {
   std::size_t beginOfMatch() const { return origins_[oldest_]; }
 
  private:
+  // How many units are matched after `matched` of them and then `unit`. The query's units end with one that
+  // no text has, so when all are matched, the next one differs.
+  std::size_t matchedAfter(std::size_t matched, char32_t unit) const {
+    while (units_[matched] != unit) [[unlikely]] {
+        if (matched == 0) return 0;
+        matched = failure_[matched];
+      }
+    return matched + 1;
+  }
+
+  void note(std::size_t origin) {
+    origins_[oldest_] = origin;
+    if (++oldest_ == count_) oldest_ = 0;
+  }
+
   const char32_t* units_;
   const std::size_t* failure_;
   std::size_t count_;
@@ -56,11 +100,16 @@ class Progress {
 
 }  // namespace
 
+// Where a unit differs, it differs again after fewer matched units if the same unit is expected there. So we
+// go on to fewer still. Otherwise, the b in "aaab" would take as many steps as there are letters before it.
 ExactSearch::ExactSearch(const FoldedQuery& query) : failure_(2, 0) {
+  std::size_t longest = 0;  // the length of the longest end of the first `i` units with which they also begin
   for (std::size_t i = 1; i < query.count(); ++i) {
-    std::size_t shorter = failure_[i];
-    while (shorter > 0 && query.units[shorter] != query.units[i]) shorter = failure_[shorter];
-    failure_.push_back(query.units[shorter] == query.units[i] ? shorter + 1 : 0);
+    const char32_t unit = query.units[i];
+    failure_[i] = query.units[longest] == unit ? failure_[longest] : longest;
+    while (longest > 0 && query.units[longest] != unit) longest = failure_[longest];
+    if (query.units[longest] == unit) ++longest;
+    failure_.push_back(longest);
   }
 }
 
@@ -72,7 +121,7 @@ std::optional<TextMatch> ExactSearch::find(const FoldedQuery& query, std::string
     const std::size_t origin = at;
     std::size_t next = at;
     if (isAsciiSegment(body, at)) {
-      progress.take(query.asciiUnits[static_cast<unsigned char>(body[at++])], origin);
+      progress.takeAscii(query, body, at);
     } else if (const Folding& folding = foldingAlone(nextCodePoint(body, next), query.letterI);
                startsSegment(body, next)) {
       progress.take(folding, origin);

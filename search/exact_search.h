@@ -24,8 +24,8 @@ class ExactSearch {
   std::optional<TextMatch> find(const FoldedQuery& query, std::string_view body, std::size_t from) const;
 
  private:
-  std::vector<std::size_t>
-      failure_;  // for each number of units matched, how many still are when the next differs
+  // For each number of units matched, with how many to go on when the next one differs
+  std::vector<std::size_t> failure_;
 };
 
 }  // namespace halvane

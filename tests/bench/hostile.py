@@ -2,7 +2,7 @@
 
 from made_by_chance import Random
 
-BIG_BODY = 10_000_000  # bytes
+BIG, SMALL = 10_000_000, 1_000_000  # bytes of all bodies that consist of the same letters
 LONG_QUERY = 4000  # bytes
 
 
@@ -36,6 +36,8 @@ QUERIES = {
         "first differs": "#" + _PERIOD,
     },
     "abab": {"abab...c": _AB + "c", "cabab...": "c" + _AB, "ab...cab...": _AB + "c" + _AB},
+    # At each place nearly all letters agree.
+    "nearly": {"a...a": "a" * 2000, "ba...ab": "b" + "a" * 1998 + "b"},
     "one-letter": {
         "a...ab": repeated("a") + "b",
         "ba...a": "b" + repeated("a"),
@@ -57,18 +59,19 @@ QUERIES = {
     },
 }
 
-# By the journal's name: what makes its bodies
+# By the journal's name: its bodies, made for a size
 _BODIES = {
-    "periodic": lambda: [repeated(_thousand_letters(), BIG_BODY)],
-    "abab": lambda: [repeated("ab", BIG_BODY // 10)] * 10,
-    "one-letter": lambda: [repeated("a", BIG_BODY), repeated("ж", BIG_BODY)],
+    "periodic": lambda size: [repeated(_thousand_letters(), size)],
+    "abab": lambda size: [repeated("ab", size // 10)] * 10,
+    "nearly": lambda size: [repeated("a" * 1999 + "b", size)],
+    "one-letter": lambda size: [repeated("a", size), repeated("ж", size)],
     # Acute alone, and acute and dot below in turns: their classes differ, and each pair must change places.
-    "marks": lambda: ["e" + repeated(marks, BIG_BODY) for marks in ("\u0301", "\u0301\u0323")],
-    "foldings": lambda: [repeated(letter, BIG_BODY // 5) for letter in _AWKWARD_LETTERS.values()],
+    "marks": lambda size: ["e" + repeated(marks, size) for marks in ("\u0301", "\u0301\u0323")],
+    "foldings": lambda size: [repeated(letter, size // 5) for letter in _AWKWARD_LETTERS.values()],
 }
 
 
-def files(name):
-    """The files of the journal `name`: their paths and bytes."""
-    for number, body in enumerate(_BODIES[name](), start=1):
+def files(name, size):
+    """The files of the journal `name`: their paths and bytes. `size` is BIG or SMALL."""
+    for number, body in enumerate(_BODIES[name](size), start=1):
         yield f"body-{number}.md", f"---\ndate: 2025-01-02T03:04:05Z\n---\n{body}".encode()

@@ -13,7 +13,7 @@ import hostile
 from languages import CJK, ENGLISH, MIXED
 from made_by_chance import Random
 
-# Counts up whenever the text of the journals changes. Then no journal of an older run is taken for a new one.
+# Increase this whenever the text of the journals changes. Then journals of older runs are written again.
 GENERATION = 1
 TAG = "garden"  # every tenth entry has it
 OTHER_TAGS = ("work", "family", "ideas", "reading", "travel", "health", "dreams")
@@ -53,8 +53,8 @@ class Journals(NamedTuple):
     def cjk(self):
         return self._ordinary("cjk", CJK, 10_000)
 
-    def hostile(self, name):
-        return self._written(f"hostile-{name}", f"generation {GENERATION}", hostile.files(name))
+    def hostile(self, name, size):
+        return self._written(f"hostile-{name}-{size}", f"generation {GENERATION}", hostile.files(name, size))
 
     def _ordinary(self, name, languages, entries):
         stamp = f"generation {GENERATION} until day {self.today}"

@@ -83,7 +83,7 @@ def _measure_memory(entries, run):
 def _measure_big_bodies(run):
     for name, queries in hostile.QUERIES.items():
         query = next(iter(queries.values()))
-        _measure_peak(f"memory-{name}", run.journals.hostile(name), search_line(query), run)
+        _measure_peak(f"memory-{name}", run.journals.hostile(name, hostile.BIG), search_line(query), run)
 
 
 def _measure_peak(name, journal, line, run):

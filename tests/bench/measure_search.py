@@ -87,7 +87,7 @@ def _beside_limit(name, times, limit_times):
 
 
 def _measure_hostile(name, run):
-    journal = run.journals.hostile(name)
+    journal = run.journals.hostile(name, hostile.BIG)
     for title, query in hostile.QUERIES[name].items():
         search = Search(f"hostile-{name}: {title}", search_line(query), None, None, goals.HOSTILE)
         _compare(search, journal, run)
