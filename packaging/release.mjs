@@ -45,7 +45,7 @@ function formula() {
 // What CHANGELOG.md says under the version's heading.
 function pageText() {
   const [heading, ...changes] = template('../CHANGELOG.md').split(/^## /m).map((part) => part.split('\n'))
-    .find(([heading]) => heading === version) ?? [];
+    .find(([heading]) => heading.split(' - ')[0] === version) ?? [];
   if (!heading) throw new Error(`CHANGELOG.md has no heading ${version}.`);
   return changes.join('\n').trim() + '\n';
 }

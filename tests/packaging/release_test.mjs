@@ -24,8 +24,8 @@ test('Every file that people can download has a checksum, and the page has the r
 
 test('The page says what the changelog says of this version, and nothing of another', () => {
   const page = read(packages, 'page.md');
-  const [, changes] = read(source, 'CHANGELOG.md').split(`\n## ${version}\n`);
-  assert.ok(changes.trimStart().startsWith(page));
+  const [, changes] = read(source, 'CHANGELOG.md').split(`\n## ${version} - `);
+  assert.ok(changes.slice(changes.indexOf('\n')).trimStart().startsWith(page));
   assert.match(page, /^### /);
   assert.doesNotMatch(page, /^## /m);
 });
@@ -52,7 +52,7 @@ test('The tag of another version makes no release of this one', () => {
 });
 
 test('A version that the changelog does not name makes no release', () => {
-  writeFileSync(join(copy, 'CHANGELOG.md'), read(source, 'CHANGELOG.md').replace(`## ${version}\n`, '## 0.0.1\n'));
+  writeFileSync(join(copy, 'CHANGELOG.md'), read(source, 'CHANGELOG.md').replace(`## ${version} - `, '## 0.0.1 - '));
   const { status, stderr } = describe(version, `${forge}/v${version}`);
   assert.notEqual(status, 0);
   assert.match(stderr, /no heading/);

@@ -24,6 +24,12 @@ test('In the changelog it comes first after the unreleased changes', () => {
   assert.deepEqual(headings.slice(0, 2), ['Unreleased', version]);
 });
 
+test('In the changelog each released version has its day', () => {
+  const [, unreleased, ...released] = read(source, 'CHANGELOG.md').split(/^## /m).map((part) => part.split('\n')[0]);
+  assert.equal(unreleased, 'Unreleased');
+  for (const heading of released) assert.match(heading, /^\d+\.\d+\.\d+ - \d{4}-\d{2}-\d{2}$/);
+});
+
 test('The changelog sorts the changes of each version by the kinds of Keep a Changelog, in their order', () => {
   const order = ['Added', 'Changed', 'Deprecated', 'Removed', 'Fixed', 'Security'];
   const kindsOf = (text) => [...text.matchAll(/^### (.*)/gm)].map(([, kind]) => kind);
