@@ -15,7 +15,7 @@ if(HALVANE_HAS_BRANCH_PROTECTION)
   add_compile_options(${branch_protection})
 endif()
 if(NOT HALVANE_SANITIZE AND NOT HALVANE_FUZZ)
-  # It needs optimisation, and the sanitizers check more than it does.
+  # _FORTIFY_SOURCE needs optimisation, and the sanitizers check more than it does.
   set(level 3)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
     set(level 2)

@@ -12,7 +12,8 @@ namespace halvane {
 
 /// What else may be wrong with a file or folder, besides the reasons why a file is not an entry.
 enum class Trouble {
-  notReadToItsEnd,  ///< it is named like an entry, but can't be read to its end, or is not regular
+  notReadToItsEnd,  ///< it is named like an entry, but can't be read to its end, or is a link to something
+                    ///< that is no file
   notRegular,       ///< it is named like an entry, but is a pipe, a socket or a device
   linkToFolder,     ///< it is a link to a folder
   otherExtension,   ///< it is named like Markdown, but its name doesn't end in .md

@@ -42,7 +42,7 @@ CloudFiles cloudFilesBelow(const std::string& root) {
   fs::recursive_directory_iterator item(root, fs::directory_options::skip_permission_denied, error);
   for (; !error && item != fs::recursive_directory_iterator(); item.increment(error)) {
     const bool isFolder = item->is_directory(error);
-    error.clear();  // a file that has gone meanwhile doesn't count
+    error.clear();  // a file that has disappeared must not end the loop
     if (!isFolder) count(item->path(), found);
     if (isFolder && item->path().filename().string().starts_with('.')) item.disable_recursion_pending();
   }

@@ -32,7 +32,7 @@ void describeSource(const JournalLocation& location, Page& page) {
 void describeRelativeSetting(const std::string& setting, Page& page) {
   if (setting.empty()) {
     page.attention(
-        "The preference journalRoot is empty. The server takes the folder in which its client starts it.");
+        "The preference journalRoot is empty. The server uses the folder in which its client starts it.");
   } else if (!expandTilde(setting).starts_with('/')) {
     page.attention("The preference journalRoot is not an absolute path. The server looks for " + setting +
                    " below the folder in which its client starts it.");

@@ -21,13 +21,23 @@ namespace halvane {
 /// front of it. Paths are below the journal that is taken without settings, or where it says so below the
 /// home; they can't lead out.
 ///
-///     F   a file: its path as the name, its content, or what is added to it        D   a folder: its path
+///     F   a file: its path as the name, its content, or what is added to it
+///     D   a folder: its path
 ///     C   a crowd of files: the start of their paths as the name, the content of each, repeated for each
-///     L   a link: its path as the name, the path that it leads to, below the home        P   a named pipe
-///     S   the settings' file        O   the earlier settings' file        R   journalRoot, below the home
-///     A   LC_ALL        Z   TZ        Y   TZ, a path below the home        X   XDG_CONFIG_HOME, below the
-///     home Q   a search for the text     T   a search for the text as a tag    N   the entries of the last
-///     year E   read_entry with the text as its path        M   a line of the client's that is just the text
+///     L   a link: its path as the name, the path that it leads to, below the home
+///     P   a named pipe
+///     S   the settings' file
+///     O   the earlier settings' file
+///     R   journalRoot, below the home
+///     A   LC_ALL
+///     Z   TZ
+///     Y   TZ, a path below the home
+///     X   XDG_CONFIG_HOME, below the home
+///     Q   a search for the text
+///     T   a search for the text as a tag
+///     N   the entries of the last year
+///     E   read_entry with the text as its path
+///     M   a line of the client's that is just the text
 class OddHome {
  public:
   /// A line that a client writes, with its line feed.

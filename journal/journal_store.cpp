@@ -27,13 +27,13 @@ bool comesFirst(std::string_view left, std::string_view right) {
 }
 
 // The contents of the files that may become entries. To make an Entry takes longer than to search a file, and
-// newer files may replace it later, so the entries are made at the end. There are never more than twice as
+// newer files may replace it later, so the entries are made at the end. There are at most about twice as
 // many files as are wanted.
 class NewestFiles {
  public:
   explicit NewestFiles(std::size_t maxEntries) : maxEntries_(maxEntries) {}
 
-  // Whether there are as many as are wanted, so that some dates are too old.
+  // Whether the files have been cut to the wanted number. Then some dates are too old.
   bool areEnough() const { return oldest_.has_value(); }
 
   // Whether a file with this date may still be among the newest.
@@ -75,7 +75,7 @@ class NewestFiles {
 
   std::size_t maxEntries_;
   std::vector<File> files_;
-  std::optional<Instant> oldest_;  // of those that are kept, once there are as many as are wanted
+  std::optional<Instant> oldest_;  // of those that were kept at the last cut
 };
 
 bool pass(const EntryTests& tests, const EntryText& entry) {

@@ -27,8 +27,8 @@ struct EntryTests {
 /// The journal's entries that are wanted, newest first and at most `newest` of them, read at each call from
 /// every file below journalRoot() whose extension is "md", without hidden files and files that are not
 /// entries. Where dates are equal, a folder's files come before those of its sub-folders, each by the bytes
-/// of their names. Empty when there is no journal or it can't be read. Keeps in memory only the entries that
-/// can still be among the result.
+/// of their names. Empty when there is no journal or it can't be read. Keeps in memory at most
+/// about twice as many files as `newest`.
 std::vector<Entry> loadEntries(const EntryTests& tests = {}, std::size_t newest = SIZE_MAX);
 
 }  // namespace halvane

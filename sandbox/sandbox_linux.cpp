@@ -6,7 +6,7 @@
 
 namespace halvane::sandbox {
 
-// We choose each lock by what the kernel has done, not by what it says that it offers. Landlock comes first,
+// We go by what the kernel has accepted, not by what it claims to offer. Landlock comes first,
 // because the filter refuses Landlock's calls.
 std::string_view enterReadOnly() {
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);

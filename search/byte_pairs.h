@@ -13,8 +13,9 @@ namespace halvane {
 inline constexpr std::size_t bytePairStep = 64;
 
 /// Moves `at` to the first step in which a byte of the set `first` is `distance` places before a byte of the
-/// set `second`, but not past `last`, the start of the last step. `body` has at least `last` + `bytePairStep`
-/// + `distance` bytes. Returns the places in that step as bits, the first one lowest; 0 when there are none.
+/// set `second`. `last` is the start of the last step. Neither set may be empty. `body` has at least `last` +
+/// `bytePairStep` + `distance` bytes. Returns the places in that step as bits, the first one lowest; when
+/// there are none, 0, with `at` past `last`.
 using FindPairs = std::uint64_t (*)(const char* body, std::size_t& at, std::size_t last, std::size_t distance,
                                     const ByteSet& first, const ByteSet& second);
 

@@ -31,10 +31,12 @@ constexpr char32_t foldingPageSize = 256;
 /// The foldings by code point, in pages that makeFoldingPage fills in when they are first needed.
 extern std::array<const Folding*, 0x110000 / foldingPageSize> foldingPages;
 
-/// Fills in the page that `character` is on, from ICU's data. Throws std::bad_alloc when there is no memory.
+/// Fills in the page that `character` is on, from ICU's data, and returns it. Throws std::bad_alloc when
+/// there is no memory.
 const Folding* makeFoldingPage(char32_t character);
 
-/// The folding of `character`; valid for the life of the program.
+/// The folding of `character`; valid for the life of the program. Throws std::bad_alloc when there is no
+/// memory.
 inline const Folding& foldingOf(char32_t character) {
   const Folding* page = foldingPages[character / foldingPageSize];
   if (page == nullptr) page = makeFoldingPage(character);

@@ -48,7 +48,7 @@ std::optional<ByteSet> bytesFromEnd(const std::vector<char32_t>& forms, std::siz
 
 // Of a query with more letters, we consider only the first ones: counting all seams would take more than
 // linear time. The limit is high, because the one good seam may come late: "abab...abc" in a body of
-// "abab...". Seams that occur again are hardly ever better where they do, and are considered once.
+// "abab...". A repeated seam is hardly ever better the second time, so each is considered once.
 constexpr std::size_t maxConsidered = 16384;
 
 // How often each seam, a letter and the next one, occurs among the letters that we consider.

@@ -17,7 +17,8 @@ namespace halvane {
 /// the left form is right before the first byte of the right form. A filter doesn't use a seam that may be
 /// inside one code point, such as that of ss, which may be ß, or letters whose forms are not known for
 /// certain, such as some with marks. For a query of one letter, the two are the last bytes of its forms, and
-/// the seam is after them. Where a form has only one byte, both are that byte.
+/// the seam is after them. Where a form has only one byte, both are that byte. A filter may also use only the
+/// last byte of one letter of a longer query; then, too, both are that byte.
 struct SearchFilter {
   ByteSet first;
   ByteSet second;               // the byte `distance` places after the first one

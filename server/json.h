@@ -39,10 +39,10 @@ class JsonValue {
   explicit JsonValue(Object value);
 
   /// Reads the whole of `text`, which must be UTF-8, strictly as one JSON text. A byte-order mark is not
-  /// JSON. Of an object, keeps only the members named in `keptMembers`; the others are checked, dropped, and
-  /// take no memory. An escaped surrogate without its partner reads as U+FFFD. Nothing when `text` is not
-  /// JSON, or is nested deeper than 512 levels, and with older versions of Boost when the exponent of a
-  /// number has more than nine digits.
+  /// JSON. If the text is an object, keeps only those of its members that `keptMembers` names; the others are
+  /// checked, dropped, and take no memory. Of members with the same name, the last one counts. An escaped
+  /// surrogate without its partner reads as U+FFFD. Nothing when `text` is not JSON, or is nested deeper than
+  /// 512 levels, and with older versions of Boost when the exponent of a number has more than nine digits.
   static std::optional<JsonValue> parse(std::string_view text, std::span<const std::string_view> keptMembers);
 
   /// The compact JSON text, UTF-8, without white space between tokens and with every "/" in a text escaped.
@@ -51,8 +51,7 @@ class JsonValue {
   bool isObject() const { return std::holds_alternative<Object>(value_); }
   /// The text; null when this is not a text. Valid as long as this value.
   const std::string* text() const { return std::get_if<std::string>(&value_); }
-  /// The member called `name`, the last one if there are several; null when there is none or this is not an
-  /// object. Valid as long as this value.
+  /// The member called `name`; null when there is none or this is not an object. Valid as long as this value.
   const JsonValue* find(std::string_view name) const;
   /// The text of the member called `name`, found as `find` does; nothing when there is no such member or it
   /// is not a text. Valid as long as this value.

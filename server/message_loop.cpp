@@ -65,8 +65,8 @@ void handleLine(std::string_view line) {
   const std::optional<JsonValue> message = parseLine(line);
   const std::optional<std::string_view> method = message ? message->textIn("method") : std::nullopt;
   if (!method) return;
-  // To JSON-RPC, a request without an "id" is a notification. Only unknown methods go unanswered without an
-  // "id". We answer the methods that we know all the same, with an id of null.
+  // To JSON-RPC, a request without an "id" is a notification, and gets no answer. We answer initialize, ping,
+  // tools/list and tools/call all the same, with an id of null.
   static const JsonValue null;
   const JsonValue* given = message->find("id");
   const JsonValue& id = given != nullptr ? *given : null;

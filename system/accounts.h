@@ -12,8 +12,9 @@ namespace halvane {
 /// otherwise the account's; "/" when there is neither.
 std::string homeDirectory();
 
-/// The home directory of the user called `name` (raw bytes), from the local accounts alone: no name service,
-/// no socket. Nothing when there is no such user.
+/// The home directory of the user called `name` (raw bytes). On Linux, from /etc/passwd alone; on macOS, from
+/// the system's own service for accounts. Opens no socket. Nothing when there is no such user or the
+/// directory is not absolute.
 std::optional<std::string> homeDirectoryOf(std::string_view name);
 
 }  // namespace halvane

@@ -28,8 +28,8 @@ class ByteBuffer {
   const char* data() const { return data_; }
   std::size_t capacity() const { return capacity_; }
 
-  /// Makes room for `capacity` bytes in all, keeping those that are there. False, and nothing changed, when
-  /// the memory can't be had.
+  /// Makes the memory `capacity` bytes long (not 0), and keeps the bytes that fit. False, and nothing
+  /// changed, when the memory can't be had.
   [[nodiscard]] bool resize(std::size_t capacity) {
     void* moved = std::realloc(data_, capacity);
     if (moved == nullptr) return false;

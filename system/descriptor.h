@@ -42,7 +42,7 @@ inline constexpr int toReadFolder = toReadFile | O_DIRECTORY;
 Descriptor openName(int folder, const char* name, int flags);
 
 /// Opens `path` (raw bytes, of any length), which begins at `folder` where it is not absolute. Not open when
-/// the system refuses or the path holds a NUL.
+/// the system refuses, which errno then explains, or when the path holds a NUL.
 Descriptor openPath(int folder, std::string_view path, int flags);
 
 }  // namespace halvane

@@ -19,8 +19,8 @@ std::string expandTilde(std::string_view path);
 /// the current directory. If the current directory no longer exists, it counts as "/".
 std::string makeAbsolute(std::string_view path);
 
-/// An absolute path without "." and "..", repeated slashes made one and no slash at the end but the root's.
-/// ".." takes back the component before it, and nothing at the root.
+/// `path`, which must be absolute, without "." and "..", repeated slashes made one and no slash at the end
+/// but the root's. ".." removes the component before it, and nothing at the root.
 std::string standardisePath(std::string_view path);
 
 /// `name` below `folder`, with one slash between them.

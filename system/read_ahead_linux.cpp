@@ -14,8 +14,8 @@ constexpr off_t beginning = 65536;
 
 }  // namespace
 
-// One system call both asks and reads. Some file systems and older kernels refuse it. Then, and once the
-// answer is known, we only call read(2).
+// One system call both asks and reads. Some file systems and older kernels refuse it. Then, and
+// once a file was not in memory, we only call read(2).
 ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
   if (isToAsk()) {
     const iovec whole{data, size};

@@ -27,7 +27,7 @@ ssize_t ReadAhead::readFirst(int file, char* data, std::size_t size) {
   return count;
 }
 
-// An advice, which the headers of Darwin alone declare. Nothing is lost without it but time.
+// Only Darwin's headers declare this advice. Without it, reading only takes longer.
 void ReadAhead::announce(const Descriptor& file) {
 #ifdef F_RDADVISE
   radvisory advice{0, beginning};

@@ -11,7 +11,7 @@ namespace halvane {
 /// The user-perceived characters of one text: its extended grapheme clusters (Unicode Annex 29).
 class Characters {
  public:
-  /// Of `text`, whose bytes must outlive this.
+  /// Of `text`, UTF-8, whose bytes must outlive this.
   explicit Characters(std::string_view text);
   ~Characters();
   Characters(const Characters&) = delete;

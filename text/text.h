@@ -13,8 +13,8 @@
 
 namespace halvane {
 
-/// `text` without the white space at its ends that stands within a line: space separators, the tab and
-/// U+200B. A view of the same bytes. The text may be any bytes: those that are not UTF-8 stay.
+/// `text` without the space separators, tabs and U+200B at its ends. A view of the same bytes. The text may
+/// be any bytes: those that are not UTF-8 stay.
 std::string_view trimWhitespacesButNewlines(std::string_view text);
 
 /// The same for every white space: also line and paragraph separators, U+000A to U+000D and U+0085.

@@ -9,7 +9,8 @@ namespace halvane {
 
 /// Whether `bytes` are well-formed UTF-8 (RFC 3629): no overlong forms, no surrogates, nothing past U+10FFFF.
 /// We don't use ICU for this: it can only convert the text, or go from one code point to the next, which
-/// takes half as long again as reading a journal. A library for this purpose, simdutf, is not in Debian 12.
+/// would make reading a journal take half as long again. A library for this purpose, simdutf, is not in
+/// Debian 12.
 bool isUtf8(std::string_view bytes);
 
 /// `bytes` with U+FFFD in place of each maximal ill-formed sequence (Unicode, section 3.9, "Substitution of

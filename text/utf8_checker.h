@@ -61,7 +61,7 @@ inline constexpr Table byUpperHalf = tableOf([](unsigned half) -> int {
 });
 
 /// Checks a text block by block. Block is a BlockOf one processor. It calls only its own functions and the
-/// block's, so that nothing here is shared with code compiled for another processor, not even in an
+/// block's, so nothing here is shared with code compiled for another processor, not even in an
 /// unoptimised build.
 template <typename Block>
 class Checker {

@@ -14,8 +14,8 @@
 namespace halvane {
 namespace {
 
-// Where the rest of `candidate` begins, after as many components as the journal path has and a slash; nothing
-// when it has no more components.
+// The position of the slash after as many components of `candidate` as the journal path has; nothing when
+// there is none.
 std::optional<std::size_t> restOf(std::string_view candidate, std::string_view journal) {
   std::size_t slash = 0;
   for (auto components = std::count(journal.begin(), journal.end(), '/'); components > 0; --components) {

@@ -45,8 +45,8 @@ inline std::optional<std::string> utf8Text(CFTypeRef value) {
 }
 
 /// The user's time zone as it is set now, looked up at each call: that of TZ if it is the name of a zone, or
-/// else that of System Settings. UTC where TZ is not UTF-8, with which CoreFoundation's own reading ends the
-/// process. Null only without memory.
+/// else that of System Settings. UTC if TZ is not UTF-8: CoreFoundation would end the process. Null only
+/// without memory.
 CfOwned<CFTimeZoneRef> systemTimeZone();
 
 }  // namespace halvane

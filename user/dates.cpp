@@ -102,7 +102,7 @@ std::optional<Instant> daysBefore(Instant moment, std::int64_t count) {
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::TimeZone> zone = userTimeZone();
   const icu::Locale locale(userLocale().c_str());
-  // Without both, ICU looks for them itself, and may wait or fail.
+  // Without a default locale and time zone, ICU looks for them itself, and may wait or fail.
   icu::Locale::setDefault(locale, status);
   icu::TimeZone::setDefault(*zone);
   const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(*zone, locale, status));

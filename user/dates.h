@@ -26,7 +26,8 @@ std::optional<std::string> unknownTimeZone();
 
 /// The moment `count` calendar days before `moment`, at the same wall-clock time in the user's calendar and
 /// time zone as they are now. A time that a change of the clocks skips moves later by the gap. Of a time that
-/// occurs twice, the second counts. Nothing when the calendar has no such moment.
+/// occurs twice, the second counts. Nothing when `count` is negative or above 2³¹−1, or when
+/// the calendar has no such moment.
 std::optional<Instant> daysBefore(Instant moment, std::int64_t count);
 
 /// Reads an internet date-time (RFC 3339): YYYY-MM-DDTHH:MM:SS followed by Z or an offset +HH:MM or -HH:MM,

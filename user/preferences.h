@@ -14,12 +14,13 @@ std::optional<std::string> mainBundleIdentifier();
 /// The settings that one application keeps for the user, as they were at the time of opening.
 class Preferences {
  public:
-  /// This process's own.
+  /// This process's own; nothing on Linux.
   static std::optional<Preferences> standard();
 
-  /// Those of the application with the bundle identifier `suite`; nothing when there are none that can be
-  /// read. On Linux they are the property list, XML or binary, `<suite>.plist` in $XDG_CONFIG_HOME where that
-  /// is absolute, otherwise in ~/.config: a regular file of at most 16 MiB.
+  /// Those of the application with the bundle identifier `suite`. On Linux, nothing when there are none that
+  /// can be read; on macOS, settings without texts. On Linux they are the property list, XML or binary,
+  /// `<suite>.plist` in $XDG_CONFIG_HOME where that is absolute, otherwise in ~/.config: a regular file of at
+  /// most 16 MiB.
   static std::optional<Preferences> ofSuite(const std::string& suite);
 
   /// The path of the file that holds the settings of `suite`, whether it is there or not; nothing on macOS,

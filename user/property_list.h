@@ -19,8 +19,9 @@ using PropertyTexts = std::map<std::string, std::string, std::less<>>;
 
 /// The texts directly in a property list's outermost dictionary, without values of other kinds. Of equal
 /// names, the last one counts. `list` is the list's raw bytes, XML or binary. Nothing when it is not a
-/// property list, when its outermost value is not a dictionary, or when it declares entities. Takes time and
-/// memory in proportion to the size of `list`, and no stack that grows with it.
+/// property list, when its outermost value is not a dictionary, when it declares entities, or when it is
+/// binary and repeats its texts to more than 64 Mi characters. Up to that, time and memory grow in proportion
+/// to the size of `list`. The stack doesn't grow.
 std::optional<PropertyTexts> textsOfPropertyList(std::string_view list);
 
 /// The same for the binary form alone, which begins with "bplist".

@@ -33,8 +33,8 @@ class FileFinder {
   FileFinder(const std::string& root, Descriptor top, std::string_view suffix,
              const FolderVisitor& seeFolder);
 
-  /// Goes on to the next one. False at the end; false also where `mayTryAgain` and the system has no file
-  /// descriptor left for the next one. That one is still the next, for when some have been closed.
+  /// Finds the next one. False at the end, and, if `mayTryAgain`, when no file descriptor is left. Then close
+  /// some and call again: the same one comes next.
   bool next(FoundFile& found, bool mayTryAgain);
 
  private:

@@ -12,7 +12,7 @@
 namespace halvane {
 
 /// Called with a file's absolute path (raw bytes: the root as given, a slash, the names below it) and its
-/// content (raw bytes); Both are valid only during the call.
+/// content (raw bytes). Both are valid only during the call.
 using FileVisitor = std::function<void(std::string_view path, std::string_view content)>;
 
 /// Called with the absolute path of a file or folder that is passed over. A folder's path ends in a slash.
@@ -26,10 +26,10 @@ using PassedOver = std::function<void(std::string_view path)>;
 /// over what can't be read. A root that can't be read gives no files. Three file descriptors are enough at
 /// any depth. A few more save time if paths are longer than a few hundred bytes, and 32 more if the files are
 /// not in memory: then files are opened ahead of their turn, and read as they were at that moment. Opens
-/// folders from the root or from a folder that the walk has entered, never by
-/// "..", so a folder that is moved meanwhile doesn't lead out of the root. Calls `passOver` for each file
-/// that readFile would not read and each folder that can't be opened, and `seeFolder` for each folder that it
-/// enters, before the folder's files.
+/// folders from the root or from a folder that the walk has entered, never by "..", so a folder that is moved
+/// meanwhile doesn't lead out of the root. Calls `passOver` for each file that readFile would not read and
+/// each folder that can't be opened, and `seeFolder` for each folder that it enters, before the folder's
+/// files.
 void readFilesBelow(
     const std::string& root, std::string_view suffix, const Beginning& beginning, const FileVisitor& visit,
     const PassedOver& passOver = [](std::string_view) {},

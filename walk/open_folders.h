@@ -10,11 +10,10 @@
 
 namespace halvane {
 
-/// Opens the folders of a walk that goes depth first. Opens a sub-folder of the current folder from there.
-/// The parent of any other folder is on the way down to the current folder: that folder is opened by its
-/// path, from the top or, on a long way, from the nearest folder that is kept open. On a long way, the folder
-/// half-way down is kept open, another one half-way down the rest, and so on. All ways back together then
-/// take little more time than the way down.
+/// Opens the folders of a walk that goes depth first. Opens a sub-folder from the current folder. Opens any
+/// other folder by its path, from the top or, if that path is long, from the nearest folder that is kept
+/// open. On a long way, the folder half-way down is kept open, another one half-way down the rest, and so on.
+/// All ways back together then take little more time than the way down.
 class OpenFolders {
  public:
   /// Begins at the folder `top`, whose path is `pathLength` bytes long.

@@ -56,7 +56,7 @@ TEST(EmptyRoot, NeedsAttentionThoughTheDoctorFindsEntriesInItsOwnFolder) {
                                    }});
   EXPECT_TRUE(given.says("Entries among them: 1\n")) << given.output;
   EXPECT_TRUE(
-      given.says("\n! The preference journalRoot is empty. The server takes the folder in which its client "
+      given.says("\n! The preference journalRoot is empty. The server uses the folder in which its client "
                  "starts it.\n"))
       << given.output;
   EXPECT_EQ(given.status, 1);
