@@ -168,7 +168,9 @@ const Act everyAct[] = {
      }},
     {"SetFlags", refused, never,
      [](const Scene& s) -> long {
-       int flags = FS_NODUMP_FL;
+       int flags = 0;
+       ioctl(s.reading, FS_IOC_GETFLAGS, &flags);  // ext4 lets nobody take its own flags away
+       flags |= FS_NODUMP_FL;
        return ioctl(s.reading, FS_IOC_SETFLAGS, &flags);
      }},
 
