@@ -333,9 +333,20 @@ TEST(BinaryPropertyList, IsNoneWhereItSaysWhatCannotBe) {
         binaryFormOf({"\xDE" + references({1, 1}), name}), binaryFormOf({counted(0xD, 0xFFFFFFFF), name}),
         binaryFormOf({std::string("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10), name}),
         binaryFormOf({"\xDF\x14", name}), binaryFormOf({"\xDF", name}),
+        // What follows the marker of a long text must be the number of its characters.
+        binaryFormOf({"\xD1" + references({1, 2}), name, "\x5F\x33" + std::string(40, 'x')}),
+        binaryFormOf({"\xD1" + references({1, 2}), name, "\x6F\x33" + std::string(40, 'x')}),
         binaryFormOf({"\xD1" + references({1, 1}), "\x09"}), binaryFormOf({name}), binaryFormOf({}),
         std::string("bplist00") + std::string(32, '\xFF'), std::string("bplist00") + std::string(32, '\0')})
     EXPECT_EQ(textsOfPropertyList(list), std::nullopt) << testing::PrintToString(list);
+}
+
+// In a number, a date or bytes, the lower half of the marker may be anything.
+TEST(BinaryPropertyList, LeavesOutValuesOfOtherKindsWhateverTheirMarkers) {
+  for (const char* value : {"\x0F", "\x1F", "\x2F", "\x3F", "\x4F", "\x8F", "\xAF", "\xCF", "\xFF"})
+    EXPECT_EQ(textsOfPropertyList(binaryFormOf({"\xD1" + references({1, 2}), text("a"), value})),
+              PropertyTexts{})
+        << testing::PrintToString(value);
 }
 
 TEST(BinaryPropertyList, HasNoMoreObjectsThanBytes) {
