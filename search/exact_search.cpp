@@ -78,11 +78,13 @@ class Progress {
   // How many units are matched after `matched` of them and then `unit`. The query's units end with one that
   // no text has, so when all are matched, the next one differs.
   std::size_t matchedAfter(std::size_t matched, char32_t unit) const {
-    while (units_[matched] != unit) [[unlikely]] {
-        if (matched == 0) return 0;
-        matched = failure_[matched];
-      }
-    return matched + 1;
+    if (units_[matched] == unit) [[likely]]
+      return matched + 1;
+    while (matched > 0) {
+      matched = failure_[matched];
+      if (units_[matched] == unit) return matched + 1;
+    }
+    return 0;
   }
 
   void note(std::size_t origin) {
